@@ -1,0 +1,249 @@
+#include "cliques/clique_find.h"
+
+#include <algorithm>
+#include <sstream>
+
+#include "cliques/search_report.h"
+#include "text/console.h"
+
+namespace kcp {
+
+namespace Clique_find_sub_routines {
+
+namespace {
+
+const NodeSet& Working_neighs(const VtxMap& working, const NodeIndex& x) {
+  const auto record = working.find(x);
+  if (record == working.end()) {
+    throw Xerror_msg("ERROR: Clique_find() : node " + std::to_string(x) +
+                     " is missing from the working graph.");
+  }
+  return record->second.Neighs_c();
+}
+
+// S ⊆ K for ascending S and K; a long K is searched rather than walked.
+bool Is_subset(std::span<const NodeIndex> S, const NodeList& K) {
+  if (S.size() > K.size()) return false;
+  if (S.size() * 16 < K.size()) {
+    auto from = K.begin();
+    for (const NodeIndex n : S) {
+      from = std::lower_bound(from, K.end(), n);
+      if (from == K.end() || *from != n) return false;
+    }
+    return true;
+  }
+  return std::includes(K.begin(), K.end(), S.begin(), S.end());
+}
+
+struct Frame {
+  NodeList C;
+  NodeList T;
+  std::size_t next = 0;           // T[next, end) are the candidates not tried yet
+  std::size_t known_checked = 0;  // size of Known when it was last tested against C ∪ T
+};
+
+// One call of the recursion up to its loop: returns true, with the frame holding C + x and the
+// candidates to try, when the call goes on to extend; registers C + x when it is a new clique.
+bool Enter(const NodeIndex& x, const VtxMap& working, VtxMap& vertices, NodeList C,
+           std::span<const NodeIndex> P, CliqueList& cliques, KnownCliques& known,
+           OverlapMatrix& overlaps, NodeCliqueMap& node_cliques, Frame& frame) {
+  NodeList T = Tighten(Working_neighs(working, x), P, C);
+  C.insert(std::upper_bound(C.begin(), C.end(), x), x);
+  if (T.empty()) {
+    if (Mehet_tovabb(known, C)) {
+      Iktatjuk_az_uj_math_cliquet(cliques, C, vertices, overlaps, node_cliques);
+      known.push_back(std::move(C));
+    }
+    return false;
+  }
+  if (!Mehet_tovabb(known, C, T)) return false;
+  frame.C = std::move(C);
+  frame.T = std::move(T);
+  frame.next = 0;
+  frame.known_checked = known.size();
+  return true;
+}
+
+}  // namespace
+
+NodeSet Tighten(const NodeSet& A, const NodeSet& B, const NodeSet& C) {
+  NodeSet result;
+  for (const NodeIndex n : B) {
+    if (A.count(n) != 0 && C.count(n) == 0) result.insert(result.end(), n);
+  }
+  return result;
+}
+
+NodeList Tighten(const NodeSet& A, std::span<const NodeIndex> B, std::span<const NodeIndex> C) {
+  NodeList result;
+  const auto keep = [&](const NodeIndex& n) {
+    if (!std::binary_search(C.begin(), C.end(), n)) result.push_back(n);
+  };
+  if (B.size() * 8 < A.size()) {
+    for (const NodeIndex n : B) {
+      if (A.count(n) != 0) keep(n);
+    }
+    return result;
+  }
+  auto a = A.begin();
+  for (const NodeIndex n : B) {
+    while (a != A.end() && *a < n) ++a;
+    if (a == A.end()) break;
+    if (*a == n) keep(n);
+  }
+  return result;
+}
+
+bool Mehet_tovabb(const std::vector<NodeSet>& sets, const NodeSet& S) {
+  for (const NodeSet& set : sets) {
+    if (set.size() >= S.size() && std::includes(set.begin(), set.end(), S.begin(), S.end())) {
+      return false;
+    }
+  }
+  return true;
+}
+
+bool Mehet_tovabb(const KnownCliques& sets, std::span<const NodeIndex> S) {
+  for (const NodeList& set : sets) {
+    if (Is_subset(S, set)) return false;
+  }
+  return true;
+}
+
+bool Mehet_tovabb(const KnownCliques& sets, std::span<const NodeIndex> A,
+                  std::span<const NodeIndex> B) {
+  for (const NodeList& set : sets) {
+    if (A.size() + B.size() <= set.size() && Is_subset(A, set) && Is_subset(B, set)) {
+      return false;
+    }
+  }
+  return true;
+}
+
+KnownCliques Known_cliques_of(const Vtx& record) {
+  const NodeIndex v = record.Index();
+  KnownCliques known;
+  known.reserve(record.Inc_neighs_c().size());
+  for (const NodeSet& others : record.Inc_neighs_c()) {
+    NodeList clique;
+    clique.reserve(others.size() + 1);
+    for (const NodeIndex n : others) {
+      if (n > v && (clique.empty() || clique.back() < v)) clique.push_back(v);
+      clique.push_back(n);
+    }
+    if (clique.empty() || clique.back() < v) clique.push_back(v);
+    known.push_back(std::move(clique));
+  }
+  return known;
+}
+
+void Recurrent_inc_investigator(const NodeIndex& x, const VtxMap& working, VtxMap& vertices,
+                                NodeList C, std::span<const NodeIndex> P, CliqueList& cliques,
+                                KnownCliques& known, const NodeIndex& /*v*/,
+                                OverlapMatrix& overlaps, NodeCliqueMap& node_cliques) {
+  // The recursion of the search, one frame per member added, walked in the same order as the
+  // nested calls would be.
+  std::vector<Frame> stack(1);
+  if (!Enter(x, working, vertices, std::move(C), P, cliques, known, overlaps, node_cliques,
+             stack.back())) {
+    return;
+  }
+  while (!stack.empty()) {
+    Frame& top = stack.back();
+    if (top.next == top.T.size()) {
+      stack.pop_back();
+      continue;
+    }
+    // Every later call from this frame extends a subset of C ∪ (candidates left); once a known
+    // clique holds that union they would all return at once, so the frame ends here instead.
+    if (top.next > 0 && known.size() != top.known_checked) {
+      top.known_checked = known.size();
+      if (!Mehet_tovabb(known, top.C, std::span<const NodeIndex>(top.T).subspan(top.next))) {
+        stack.pop_back();
+        continue;
+      }
+    }
+    const NodeIndex y = top.T[top.next++];
+    Frame child;
+    if (Enter(y, working, vertices, top.C, std::span<const NodeIndex>(top.T).subspan(top.next),
+              cliques, known, overlaps, node_cliques, child)) {
+      stack.push_back(std::move(child));
+    }
+  }
+}
+
+void Clique_find_main_inv(const NodeIndex& v, VtxMap& working, VtxMap& vertices,
+                          CliqueList& cliques, OverlapMatrix& overlaps,
+                          NodeCliqueMap& node_cliques) {
+  const NodeSet& neighs = Working_neighs(working, v);
+  const NodeList N(neighs.begin(), neighs.end());
+  const auto record = vertices.find(v);
+  if (record == vertices.end()) {
+    throw Xerror_msg("ERROR: Clique_find() : node " + std::to_string(v) + " has no vertex record.");
+  }
+  KnownCliques known = Known_cliques_of(record->second);
+
+  const NodeIndex only_v[1] = {v};
+  std::span<const NodeIndex> P(N);
+  std::size_t known_checked = 0;
+  // A last candidate alone could only give a two-node clique.
+  while (P.size() > 1) {
+    // Once a known clique holds v and every candidate left, each later w would be skipped.
+    if (known.size() != known_checked) {
+      known_checked = known.size();
+      if (!Mehet_tovabb(known, only_v, P)) break;
+    }
+    const NodeIndex w = P.front();
+    const NodeList C = v < w ? NodeList{v, w} : NodeList{w, v};
+    const NodeList T = Tighten(Working_neighs(working, w), P, C);
+    P = P.subspan(1);
+    if (!Mehet_tovabb(known, C, T)) continue;
+    const std::span<const NodeIndex> candidates(T);
+    std::size_t checked = known.size();
+    for (std::size_t i = 0; i < T.size(); ++i) {
+      if (i > 0 && known.size() != checked) {
+        checked = known.size();
+        if (!Mehet_tovabb(known, C, candidates.subspan(i))) break;
+      }
+      Recurrent_inc_investigator(T[i], working, vertices, C, candidates.subspan(i + 1), cliques,
+                                 known, v, overlaps, node_cliques);
+    }
+  }
+
+  Vtx& own = working.find(v)->second;
+  for (const NodeIndex n : N) {
+    own.Remove_neigh(n);
+    working.find(n)->second.Remove_neigh(v);
+  }
+}
+
+}  // namespace Clique_find_sub_routines
+
+void Clique_find(CliqueList& cliques, OverlapMatrix& overlaps, VtxMap& vertices) {
+  using namespace Clique_find_sub_routines;
+  using namespace Clique_find_report_sub_routines;
+  cliques.clear();
+  overlaps.rows.clear();
+  VtxMap working = vertices;
+
+  Print_line(" Sorting the nodes...");
+  NodeOrder order;
+  Sort_Vtx_map(order, working);
+  Print_line(" done.");
+
+  NodeCliqueMap node_cliques;
+  const auto total = static_cast<std::uint32_t>(working.size());
+  for (const NodeIndex v : order) {
+    std::ostringstream block;
+    Report_progress(" Locating cliques:", "nodes", static_cast<std::uint32_t>(working.size()),
+                    total, block);
+    Print_text(block.str());
+    Clique_find_main_inv(v, working, vertices, cliques, overlaps, node_cliques);
+    working.erase(v);
+  }
+  std::ostringstream closing;
+  Report_clique_search_end("cliques", cliques.size(), closing);
+  Print_text(closing.str());
+}
+
+}  // namespace kcp

@@ -1,0 +1,88 @@
+// Lists every maximal clique of three or more nodes of an undirected graph, each once. Nodes are
+// processed by ascending degree, ties by index; the cliques of one node come in the depth-first
+// order of the search, so the position of a clique in the list is stable and is the number every
+// result file uses. Each registered clique gets its overlap row and one incremental neighbour set
+// in every member's record of the caller's map. Throws Xerror_msg only on a corrupt vertex map or
+// when the overlap matrix would outgrow the memory budget (overlap_matrix.h).
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "cliques/overlap_matrix.h"
+#include "driver/types.h"
+#include "driver/xerror_msg.h"
+#include "graph/vertex_map.h"
+
+namespace kcp {
+
+// Clears cliques and overlaps.rows (min_shared is kept), then searches and prints its progress.
+void Clique_find(CliqueList& cliques, OverlapMatrix& overlaps, VtxMap& vertices);
+
+namespace Clique_find_sub_routines {
+
+// The cliques already known to hold the node being processed, as ascending node lists.
+using KnownCliques = std::vector<NodeList>;
+using kcp::NodeCliqueMap;
+
+// Known for the node of `record`: its incremental neighbour sets, each with the node put back in.
+KnownCliques Known_cliques_of(const Vtx& record);
+
+// Finds and registers the cliques that hold v among the nodes left in `working`, then unlinks v
+// there (the caller erases it).
+void Clique_find_main_inv(const NodeIndex& v, VtxMap& working, VtxMap& vertices,
+                          CliqueList& cliques, OverlapMatrix& overlaps,
+                          NodeCliqueMap& node_cliques);
+
+// Extends the partial clique C (ascending) by x with the candidates P (ascending, larger than x
+// in the search order), depth first, registering every maximal clique that no known one holds.
+// The depth-first walk runs on an explicit stack, so its depth is bounded by memory alone.
+void Recurrent_inc_investigator(const NodeIndex& x, const VtxMap& working, VtxMap& vertices,
+                                NodeList C, std::span<const NodeIndex> P, CliqueList& cliques,
+                                KnownCliques& known, const NodeIndex& v, OverlapMatrix& overlaps,
+                                NodeCliqueMap& node_cliques);
+
+// (A ∩ B) \ C.
+NodeSet Tighten(const NodeSet& A, const NodeSet& B, const NodeSet& C);
+NodeList Tighten(const NodeSet& A, std::span<const NodeIndex> B, std::span<const NodeIndex> C);
+
+// False when S is a subset (equal included) of a set in `sets`; true otherwise and for none.
+bool Mehet_tovabb(const std::vector<NodeSet>& sets, const NodeSet& S);
+bool Mehet_tovabb(const KnownCliques& sets, std::span<const NodeIndex> S);
+// The same for S = A ∪ B, where A and B are ascending and disjoint.
+bool Mehet_tovabb(const KnownCliques& sets, std::span<const NodeIndex> A,
+                  std::span<const NodeIndex> B);
+
+// Appends to every member of K (ascending) one incremental neighbour set holding the others.
+template <typename VertexMap, typename Members>
+void Adjust_inc_neighs(VertexMap& vertices, const Members& K) {
+  for (const NodeIndex m : K) {
+    const auto record = vertices.find(m);
+    if (record == vertices.end()) {
+      throw Xerror_msg("ERROR: Adjust_inc_neighs() : clique member " + std::to_string(m) +
+                       " has no vertex record.");
+    }
+    const std::size_t j = record->second.Inc_neighs_c().size();
+    for (const NodeIndex n : K) {
+      if (n != m) record->second.Add_inc_neigh(j, n);
+    }
+  }
+}
+
+// Registers K (ascending) as the next clique: its overlap row, its incremental neighbour sets,
+// and its place at the end of `cliques`.
+template <typename VertexMap, typename Members>
+void Iktatjuk_az_uj_math_cliquet(CliqueList& cliques, const Members& K, VertexMap& vertices,
+                                 OverlapMatrix& overlaps, NodeCliqueMap& node_cliques) {
+  Clique clique(K.begin(), K.end());
+  Add_clique_overlaps(overlaps, node_cliques, clique, static_cast<std::uint32_t>(cliques.size()));
+  Adjust_inc_neighs(vertices, clique);
+  cliques.push_back(std::move(clique));
+}
+
+}  // namespace Clique_find_sub_routines
+
+}  // namespace kcp

@@ -1,0 +1,70 @@
+// Lists the maximal directed cliques of three or more nodes: node sets whose members can be put
+// in a sequence where every earlier member links to every later one. Nodes are processed by
+// ascending number of distinct neighbours, ties by index; the cliques of one node are registered
+// after its search, in the order of their last (largest) find, so positions are stable.
+// Registration, overlaps and incremental neighbour sets are those of Clique_find.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <vector>
+
+#include "cliques/clique_find.h"
+#include "cliques/overlap_matrix.h"
+#include "driver/types.h"
+#include "graph/vertex_map.h"
+
+namespace kcp {
+
+// Clears cliques and overlaps.rows (min_shared is kept), then searches and prints its progress.
+void Clique_find_dir(CliqueList& cliques, OverlapMatrix& overlaps, VtxdMap& vertices);
+
+namespace Clique_find_dir_sub_routines {
+
+// One gap of a member sequence under construction: the member behind the gap and the nodes that
+// may still go into the gap (ascending). The last gap of a list repeats the first member's label
+// and stands for the gap after the last member, so a list of n + 1 gaps holds n members.
+struct Gap {
+  NodeIndex label = 0;
+  NodeList candidates;
+  friend bool operator==(const Gap&, const Gap&) = default;
+};
+using GapList = std::vector<Gap>;
+// The cliques found for the node being processed and not yet registered, by running key from 1.
+using FoundCliques = std::map<std::uint32_t, NodeList>;
+using Clique_find_sub_routines::KnownCliques;
+using kcp::NodeCliqueMap;
+
+// Finds the directed cliques that hold v among the nodes left in `working`, registers them in
+// key order, then unlinks v there (the caller erases it).
+void Main_inc_dir_investigator(const NodeIndex& v, VtxdMap& working, VtxdMap& vertices,
+                               CliqueList& cliques, OverlapMatrix& overlaps,
+                               NodeCliqueMap& node_cliques);
+
+// The list with x inserted into the gap at `position`: earlier gaps keep the in-neighbours of x,
+// the new gap in front of x keeps those of position's gap, and the gaps from position on keep
+// the out-neighbours of x (position's gap is read twice on purpose).
+GapList Tighten_dir(const GapList& gaps, GapList::const_iterator position, const NodeIndex& x,
+                    const VtxdMap& working);
+
+// S = every label and every candidate of the list, ascending.
+void Merge_already_full_and_possibs(NodeList& S, const GapList& gaps);
+
+// True when no gap has a candidate left (also for an empty list).
+bool No_more_possible_member(const GapList& gaps);
+
+// Removes the smallest candidate of the gap and returns it; the gap must have one.
+NodeIndex Take_first_candidate(Gap& gap);
+
+// Extends the sequence of `gaps` depth first, collecting finished sequences in `found`. The walk
+// runs on an explicit stack, so its depth is bounded by memory alone.
+void Recurrent_inc_inv_dir(GapList& gaps, const VtxdMap& working, const VtxdMap& vertices,
+                           KnownCliques& known, FoundCliques& found);
+
+// Records a finished sequence: its members join `known`, found cliques inside it are dropped,
+// and it is stored under the last key + 1.
+void Iktatjuk_az_uj_vert_clt(GapList gaps, FoundCliques& found, KnownCliques& known);
+
+}  // namespace Clique_find_dir_sub_routines
+
+}  // namespace kcp

@@ -1,0 +1,35 @@
+// The directed clique search with a processor-time limit per node attempt: Clique_find_dir with
+// the queue, pending set and core of Clique_find_part_time. The found cliques of a node are
+// registered in key order when it finished in time and wait in the pending set otherwise; the
+// core is what is left of the working copy of the directed vertex map.
+#pragma once
+
+#include "cliques/clique_find_dir.h"
+#include "cliques/clique_find_time.h"
+#include "driver/types.h"
+#include "graph/vertex_map.h"
+
+namespace kcp {
+
+void Clique_find_dir_time(CliqueList& cliques, OverlapMatrix& overlaps, VtxdMap& vertices,
+                          VtxdMap& core, const double& max_time,
+                          const ProcessorClock& processor_clock = Processor_clock);
+
+namespace Clique_find_dir_sub_routines {
+
+// One attempt at node v: fills `found` without registering it; v is unlinked in the working map
+// only when the attempt finished in time.
+void Main_inc_dir_inv_time(const NodeIndex& v, VtxdMap& working, const VtxdMap& vertices,
+                           const long double& t0, FoundCliques& found, const double& max_time,
+                           bool& exceeded, const ProcessorClock& processor_clock);
+
+// Recurrent_inc_inv_dir reading the clock before every further extension and stopping at once,
+// exceeded set, past the limit.
+void Recurrent_inc_inv_dir_time(GapList& gaps, const VtxdMap& working, const VtxdMap& vertices,
+                                KnownCliques& known, const long double& t0, FoundCliques& found,
+                                const double& max_time, bool& exceeded,
+                                const ProcessorClock& processor_clock);
+
+}  // namespace Clique_find_dir_sub_routines
+
+}  // namespace kcp

@@ -1,0 +1,282 @@
+#include "cliques/clique_find_time.h"
+
+#include <algorithm>
+#include <iomanip>
+#include <sstream>
+#include <utility>
+
+#include "cliques/search_report.h"
+#include "driver/xerror_msg.h"
+#include "text/console.h"
+
+namespace kcp {
+
+std::clock_t Processor_clock() { return std::clock(); }
+
+namespace Clique_find_time_sub_routines {
+
+namespace {
+
+using Clique_find_sub_routines::Mehet_tovabb;
+using Clique_find_sub_routines::Tighten;
+
+const NodeSet& Working_neighs(const VtxMap& working, const NodeIndex& x) {
+  const auto record = working.find(x);
+  if (record == working.end()) {
+    throw Xerror_msg("ERROR: Clique_find_part_time() : node " + std::to_string(x) +
+                     " is missing from the working graph.");
+  }
+  return record->second.Neighs_c();
+}
+
+struct Frame {
+  NodeList C;
+  NodeList T;
+  std::size_t next = 0;           // T[next, end) are the candidates not tried yet
+  std::size_t known_checked = 0;  // size of Known when it was last tested against C ∪ T
+};
+
+// One call of the recursion up to its loop: returns true, with the frame holding C + x and the
+// candidates to try, when the call goes on to extend; keeps C + x when it is a new clique.
+bool Enter(const NodeIndex& x, const VtxMap& working, NodeList C, std::span<const NodeIndex> P,
+           KnownCliques& known, NodeResult& node_result, Frame& frame) {
+  NodeList T = Tighten(Working_neighs(working, x), P, C);
+  C.insert(std::upper_bound(C.begin(), C.end(), x), x);
+  if (T.empty()) {
+    if (Mehet_tovabb(known, C)) {
+      node_result.push_back(C);
+      known.push_back(std::move(C));
+    }
+    return false;
+  }
+  if (!Mehet_tovabb(known, C, T)) return false;
+  frame.C = std::move(C);
+  frame.T = std::move(T);
+  frame.next = 0;
+  frame.known_checked = known.size();
+  return true;
+}
+
+template <typename VertexMap>
+void Register_pending_in(const PendingCliques& pending, CliqueList& cliques,
+                         VertexMap& vertices, OverlapMatrix& overlaps,
+                         NodeCliqueMap& node_cliques) {
+  const auto& of_node = node_cliques.cliques_of_node;
+  // Only the registered cliques holding the rarest member of S can hold S.
+  const auto held = [&](const NodeList& S) {
+    if (S.empty()) return !cliques.empty();
+    const std::vector<std::uint32_t>* rarest = nullptr;
+    for (const NodeIndex m : S) {
+      if (m >= of_node.size() || of_node[m].empty()) return false;
+      if (rarest == nullptr || of_node[m].size() < rarest->size()) rarest = &of_node[m];
+    }
+    for (const std::uint32_t c : *rarest) {
+      const Clique& K = cliques[c];
+      if (S.size() <= K.size() && std::includes(K.begin(), K.end(), S.begin(), S.end())) {
+        return true;
+      }
+    }
+    return false;
+  };
+  for (const NodeList& S : pending) {
+    if (!held(S)) {
+      Clique_find_sub_routines::Iktatjuk_az_uj_math_cliquet(cliques, S, vertices, overlaps,
+                                                            node_cliques);
+    }
+  }
+}
+
+}  // namespace
+
+double Processor_seconds(const ProcessorClock& processor_clock) {
+  return static_cast<double>(processor_clock()) / 1e6;
+}
+
+bool Time_exceeded(const long double& t0, const double& max_time,
+                   const ProcessorClock& processor_clock) {
+  const double now = Processor_seconds(processor_clock);
+  return now - t0 > max_time;
+}
+
+std::string Time_limited_header(const std::string& start, const double& max_time) {
+  std::ostringstream header;
+  header << start << std::fixed << std::setprecision(3) << max_time << ':';
+  return header.str();
+}
+
+void Recurrent_tp_investigator(const NodeIndex& x, const VtxMap& working,
+                               const VtxMap& /*vertices*/, NodeList C,
+                               std::span<const NodeIndex> P, KnownCliques& known,
+                               const NodeIndex& /*v*/, const long double& t0,
+                               NodeResult& node_result, const double& max_time, bool& exceeded,
+                               const ProcessorClock& processor_clock) {
+  // The recursion, one frame per member added, walked in the order of the nested calls.
+  std::vector<Frame> stack(1);
+  if (!Enter(x, working, std::move(C), P, known, node_result, stack.back())) return;
+  while (!stack.empty()) {
+    Frame& top = stack.back();
+    if (top.next == top.T.size()) {
+      stack.pop_back();
+      continue;
+    }
+    if (top.next > 0 && known.size() != top.known_checked) {
+      top.known_checked = known.size();
+      if (!Mehet_tovabb(known, top.C, std::span<const NodeIndex>(top.T).subspan(top.next))) {
+        // A known clique holds C and every candidate left, so each further call would return at
+        // once; only the clock readings in front of those calls remain, and they are kept.
+        for (std::size_t left = top.T.size() - top.next; left > 0; --left) {
+          if (Time_exceeded(t0, max_time, processor_clock)) {
+            exceeded = true;
+            return;
+          }
+        }
+        stack.pop_back();
+        continue;
+      }
+    }
+    if (Time_exceeded(t0, max_time, processor_clock)) {
+      exceeded = true;
+      return;
+    }
+    const NodeIndex y = top.T[top.next++];
+    Frame child;
+    if (Enter(y, working, top.C, std::span<const NodeIndex>(top.T).subspan(top.next), known,
+              node_result, child)) {
+      stack.push_back(std::move(child));
+    }
+  }
+}
+
+void Clique_find_main_time_part(const NodeIndex& v, VtxMap& working, const VtxMap& vertices,
+                                const long double& t0, const double& max_time, bool& exceeded,
+                                NodeResult& node_result, const ProcessorClock& processor_clock) {
+  const NodeSet& neighs = Working_neighs(working, v);
+  const NodeList N(neighs.begin(), neighs.end());
+  const auto record = vertices.find(v);
+  if (record == vertices.end()) {
+    throw Xerror_msg("ERROR: Clique_find_part_time() : node " + std::to_string(v) +
+                     " has no vertex record.");
+  }
+  KnownCliques known = Clique_find_sub_routines::Known_cliques_of(record->second);
+
+  const NodeIndex only_v[1] = {v};
+  std::span<const NodeIndex> P(N);
+  std::size_t known_checked = 0;
+  // A last candidate alone could only give a two-node clique.
+  while (P.size() > 1 && !exceeded) {
+    // Once a known clique holds v and every candidate left, each later w would be skipped
+    // without any clock reading.
+    if (known.size() != known_checked) {
+      known_checked = known.size();
+      if (!Mehet_tovabb(known, only_v, P)) break;
+    }
+    const NodeIndex w = P.front();
+    const NodeList C = v < w ? NodeList{v, w} : NodeList{w, v};
+    const NodeList T = Tighten(Working_neighs(working, w), P, C);
+    P = P.subspan(1);
+    if (!Mehet_tovabb(known, C, T)) continue;
+    const std::span<const NodeIndex> candidates(T);
+    std::size_t checked = known.size();
+    for (std::size_t i = 0; i < T.size() && !exceeded; ++i) {
+      if (i > 0 && known.size() != checked) {
+        checked = known.size();
+        if (!Mehet_tovabb(known, C, candidates.subspan(i))) break;
+      }
+      Recurrent_tp_investigator(T[i], working, vertices, C, candidates.subspan(i + 1), known, v,
+                                t0, node_result, max_time, exceeded, processor_clock);
+    }
+  }
+  // A node given up keeps its links for its next attempt.
+  if (exceeded) return;
+  Vtx& own = working.find(v)->second;
+  for (const NodeIndex n : N) {
+    own.Remove_neigh(n);
+    working.find(n)->second.Remove_neigh(v);
+  }
+}
+
+bool Requeue_hard_node(const NodeIndex& v, std::uint32_t& skipped, const std::size_t& remaining,
+                       std::deque<NodeIndex>& queue, const std::string& word) {
+  using namespace Clique_find_report_sub_routines;
+  ++skipped;
+  std::ostringstream report;
+  Report_hard_node(v, skipped, static_cast<std::uint32_t>(remaining), report);
+  Print_text(report.str());
+  queue.push_back(v);
+  if (queue.size() > skipped) return true;
+  std::ostringstream too_slow;
+  Report_all_rem_nodes_to_hard(word, too_slow);
+  Print_text(too_slow.str());
+  return false;
+}
+
+void Register_pending(const PendingCliques& pending, CliqueList& cliques, VtxMap& vertices,
+                      OverlapMatrix& overlaps, NodeCliqueMap& node_cliques) {
+  Register_pending_in(pending, cliques, vertices, overlaps, node_cliques);
+}
+
+void Register_pending(const PendingCliques& pending, CliqueList& cliques, VtxdMap& vertices,
+                      OverlapMatrix& overlaps, NodeCliqueMap& node_cliques) {
+  Register_pending_in(pending, cliques, vertices, overlaps, node_cliques);
+}
+
+}  // namespace Clique_find_time_sub_routines
+
+void Clique_find_part_time(CliqueList& cliques, OverlapMatrix& overlaps, VtxMap& vertices,
+                           VtxMap& core, const double& max_time,
+                           const ProcessorClock& processor_clock) {
+  using namespace Clique_find_time_sub_routines;
+  using namespace Clique_find_report_sub_routines;
+  cliques.clear();
+  overlaps.rows.clear();
+  VtxMap working = vertices;
+  NodeOrder order;
+  Sort_Vtx_map(order, working);
+  std::deque<NodeIndex> queue(order.begin(), order.end());
+  NodeCliqueMap node_cliques;
+  PendingCliques pending;
+
+  const std::string header =
+      Time_limited_header(" Locating cliques, max. allowed time/node=", max_time);
+  const auto total = static_cast<std::uint32_t>(working.size());
+  std::uint32_t skipped = 0;
+  bool go_on = true;
+  NodeResult node_result;
+  while (!queue.empty() && go_on) {
+    const NodeIndex v = queue.front();
+    queue.pop_front();
+    std::ostringstream block;
+    Report_progress(header, "nodes", static_cast<std::uint32_t>(working.size()), total, block);
+    Print_text(block.str());
+
+    const long double t0 = Processor_seconds(processor_clock);
+    node_result.clear();
+    bool exceeded = false;
+    Clique_find_main_time_part(v, working, vertices, t0, max_time, exceeded, node_result,
+                               processor_clock);
+    if (exceeded) {
+      go_on = Requeue_hard_node(v, skipped, working.size(), queue, "cliques");
+      pending.insert(node_result.begin(), node_result.end());
+    } else {
+      for (const NodeList& K : node_result) {
+        Clique_find_sub_routines::Iktatjuk_az_uj_math_cliquet(cliques, K, vertices, overlaps,
+                                                              node_cliques);
+      }
+      skipped = 0;
+      working.erase(v);
+    }
+  }
+
+  std::ostringstream closing;
+  if (!working.empty()) {
+    Register_pending(pending, cliques, vertices, overlaps, node_cliques);
+    Report_clique_search_end("exact cliques", cliques.size(), closing);
+  } else {
+    // Every node given up was completed later and found its pending cliques again.
+    Report_clique_search_end("cliques", cliques.size(), " no approximation was needed", closing);
+  }
+  Print_text(closing.str());
+  core = std::move(working);
+}
+
+}  // namespace kcp

@@ -1,0 +1,37 @@
+#include "cliques/clique_output.h"
+
+#include "fsutil/result_file.h"
+
+namespace kcp {
+
+namespace {
+
+void Write_members(Result_file& file, const Clique& clique, NameMap& names) {
+  for (const NodeIndex m : clique) file << names[m] << ' ';
+  file << '\n';
+}
+
+}  // namespace
+
+void Kiir_cliques_VN(const std::string& dir, const CliqueList& cliques, NameMap& names,
+                     const std::uint32_t& n_exact, const std::string& flag,
+                     const std::string& alap_szoveg) {
+  // An intensity run shares the plain clique file: its cliques are those of the undirected search.
+  const std::string kind = flag == "intensity" ? std::string() : flag;
+  Result_file file(dir, (kind.empty() ? std::string() : kind + "_") + "cliques");
+  file << "# The " << kind << (kind.empty() ? "" : " ") << "cliques" << alap_szoveg;
+  if (n_exact < cliques.size()) file << "# Negative indices indicate approximate cliques.\n";
+  file << '\n';
+  std::size_t i = 0;
+  for (; i < n_exact && i < cliques.size(); ++i) {
+    file << i << ": ";
+    Write_members(file, cliques[i], names);
+  }
+  for (; i < cliques.size(); ++i) {
+    file << '-' << i << ": ";
+    Write_members(file, cliques[i], names);
+  }
+  file.Close();
+}
+
+}  // namespace kcp

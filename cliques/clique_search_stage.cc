@@ -1,0 +1,58 @@
+#include "cliques/clique_search_stage.h"
+
+#include <string>
+
+#include "cliques/approximation.h"
+#include "cliques/clique_find.h"
+#include "cliques/clique_find_dir.h"
+#include "cliques/clique_find_dir_time.h"
+#include "cliques/overlap_extend.h"
+#include "text/console.h"
+
+namespace kcp {
+
+namespace {
+
+template <typename CoreMap>
+void Approximate_core(const CoreMap& core, CliqueList& cliques, OverlapMatrix& overlaps,
+                      std::uint32_t& n_exact) {
+  Print_underscores(45);
+  Print_line(" Approximating cliques in the remaing core...");
+  CliqueList approximate;
+  Appr_core_cliques(core, cliques, approximate);
+  Extend_clique_vec(cliques, n_exact, approximate);
+  Extend_ovlp_matr(overlaps, cliques, n_exact);
+  Print_line(" Clique approximation finished,");
+  Print_line(" number of   exact cliques=" + std::to_string(n_exact) + ",");
+  Print_line(" number of approx. cliques=" + std::to_string(cliques.size() - n_exact));
+}
+
+}  // namespace
+
+void Find_cliques(const bool& time_limited, const bool& directed, CliqueList& cliques,
+                  OverlapMatrix& overlaps, VtxdMap& directed_vertices, VtxMap& vertices,
+                  std::uint32_t& n_exact, const double& max_time,
+                  const ProcessorClock& processor_clock) {
+  if (!time_limited) {
+    if (directed) {
+      Clique_find_dir(cliques, overlaps, directed_vertices);
+    } else {
+      Clique_find(cliques, overlaps, vertices);
+    }
+    n_exact = static_cast<std::uint32_t>(cliques.size());
+    return;
+  }
+  if (directed) {
+    VtxdMap core;
+    Clique_find_dir_time(cliques, overlaps, directed_vertices, core, max_time, processor_clock);
+    n_exact = static_cast<std::uint32_t>(cliques.size());
+    if (!core.empty()) Approximate_core(core, cliques, overlaps, n_exact);
+  } else {
+    VtxMap core;
+    Clique_find_part_time(cliques, overlaps, vertices, core, max_time, processor_clock);
+    n_exact = static_cast<std::uint32_t>(cliques.size());
+    if (!core.empty()) Approximate_core(core, cliques, overlaps, n_exact);
+  }
+}
+
+}  // namespace kcp

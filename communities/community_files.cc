@@ -1,0 +1,95 @@
+#include "communities/community_files.h"
+
+#include <cstddef>
+
+#include "fsutil/result_file.h"
+#include "text/conversions.h"
+
+namespace kcp {
+
+namespace {
+
+// The flag string and one blank, or nothing for the empty flag.
+std::string Flag_word(const std::string& flag) {
+  return flag.empty() ? flag : flag + " ";
+}
+
+// The flag string and an underscore in front of a file stem, or the stem alone.
+std::string Flag_file(const std::string& flag, const std::string& stem) {
+  return flag.empty() ? stem : flag + "_" + stem;
+}
+
+// Position p of a community: approximate communities keep their position behind a minus sign.
+void Put_position(Result_file& file, const std::size_t& p, const std::uint32_t& n_exact_coms) {
+  if (p >= n_exact_coms) file << '-';
+  file << p;
+}
+
+}  // namespace
+
+std::string K_dir(const std::string& dir, const std::uint32_t& k) {
+  return dir + "/k=" + int2string(k);
+}
+
+void Kiir_coms_VN(const CommunityList& communities, const std::string& dir, const std::uint32_t& k,
+                  NameMap& names, const std::uint32_t& n_exact_coms, const std::string& flag,
+                  const std::string& alap_szoveg) {
+  Result_file file(K_dir(dir, k), Flag_file(flag, "communities"));
+  file << "# The " << Flag_word(flag) << "communities at k=" << k << '\n';
+  file << '#' << alap_szoveg;
+  if (n_exact_coms < communities.size()) {
+    file << "# Negative indices indicate approximate communities.\n";
+  }
+  file << '\n';
+  for (std::size_t p = 0; p < communities.size(); ++p) {
+    Put_position(file, p, n_exact_coms);
+    file << ": ";
+    for (const NodeIndex& node : communities[p]) file << names[node] << ' ';
+    file << '\n';
+  }
+  file.Close();
+}
+
+void Kiir_com_links_VN(const CommunityLinkLists& community_links, const std::string& dir,
+                       const std::uint32_t& k, NameMap& names, const std::uint32_t& n_exact_coms,
+                       const std::string& flag, const std::string& alap_szoveg,
+                       const IndexLinkMap& links) {
+  Result_file file(K_dir(dir, k), Flag_file(flag, "communities_links"));
+  file << "# The links inside the " << Flag_word(flag) << "communities at k=" << k << '\n';
+  file << '#' << alap_szoveg << '\n';
+  for (std::size_t p = 0; p < community_links.size(); ++p) {
+    Put_position(file, p, n_exact_coms);
+    file << ":\n";
+    for (const Link& link : community_links[p]) {
+      if (links.find(link) != links.end()) {
+        file << names[link.first] << ' ' << names[link.second] << '\n';
+      } else {
+        file << names[link.second] << ' ' << names[link.first] << '\n';
+      }
+    }
+  }
+  file.Close();
+}
+
+void Kiir_coms_cliques_VN(const CommunityCliqueLists& community_cliques, const std::string& dir,
+                          const std::uint32_t& k, const std::uint32_t& n_exact_coms,
+                          const std::uint32_t& n_exact, const std::string& flag,
+                          const std::string& alap_szoveg) {
+  Result_file file(K_dir(dir, k), Flag_file(flag, "communities_cliques"));
+  file << "# The contained " << Flag_word(flag) << "cliques in the " << Flag_word(flag)
+       << "communities at k=" << k << '\n';
+  file << '#' << alap_szoveg << '\n';
+  for (std::size_t p = 0; p < community_cliques.size(); ++p) {
+    const bool approximate = p >= n_exact_coms;
+    Put_position(file, p, n_exact_coms);
+    file << ": ";
+    for (const std::uint32_t& clique : community_cliques[p]) {
+      if (approximate && clique >= n_exact) file << '-';
+      file << clique << ' ';
+    }
+    file << '\n';
+  }
+  file.Close();
+}
+
+}  // namespace kcp

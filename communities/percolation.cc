@@ -1,0 +1,172 @@
+#include "communities/percolation.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <utility>
+
+namespace kcp {
+
+namespace Coms_from_appr_cl_ovlp_sub {
+
+namespace {
+
+// Labels are kept per overlap-matrix row. A symmetric matrix never names a clique without a row;
+// should one be named anyway, the label vector grows to hold it rather than being read past its
+// end, and the clique counts as free.
+std::int32_t& Label(CliqueLabels& labels, const std::uint32_t& clique) {
+  if (clique >= labels.size()) labels.resize(std::size_t{clique} + 1, -1);
+  return labels[clique];
+}
+
+// Labels clique m with the community, lists it, marks the community approximate for an
+// approximate clique, and tallies its nodes and links.
+void Take_clique(const std::uint32_t& m, const std::int32_t& counter, CliqueLabels& labels,
+                 NodeTally& node_tally, LinkTally& link_tally, const CliqueList& cliques,
+                 CliqueIndexList& members, bool& approximate, const std::uint32_t& n_exact) {
+  Label(labels, m) = counter;
+  members.push_back(m);
+  if (m >= n_exact) approximate = true;
+  // After the approximation the matrix may hold more rows than the list holds cliques. A row
+  // without a clique in the list is a clique without nodes: it is labelled and listed like any
+  // other member (its index is at or above n_exact, so the community is approximate), but it
+  // adds no node and no link.
+  if (m >= cliques.size()) return;
+  const Clique& clique = cliques[m];
+  for (auto a = clique.begin(); a != clique.end(); ++a) {
+    node_tally.push_back(*a);
+    for (auto b = a + 1; b != clique.end(); ++b) link_tally.emplace_back(*a, *b);
+  }
+}
+
+}  // namespace
+
+void Look_for_new_com(const OverlapMatrix& overlaps, const std::uint32_t& seed,
+                      const std::uint32_t& k, std::int32_t& counter, CliqueLabels& labels,
+                      NodeTally& node_tally, LinkTally& link_tally, const CliqueList& cliques,
+                      CliqueIndexList& members, bool& approximate, const std::uint32_t& n_exact) {
+  if (seed >= overlaps.rows.size()) return;
+  // Unsigned on purpose: at k = 0 the bound wraps and no entry becomes a candidate.
+  const std::uint32_t need = k - 1;
+  CliqueIndexList candidates;
+  bool qualifies = false;
+  for (const Overlap& entry : overlaps.rows[seed]) {
+    if (entry.shared >= need) candidates.push_back(entry.clique);
+    if (entry.shared >= k) qualifies = true;
+  }
+  if (!qualifies) return;
+  ++counter;
+  // No label test here: with a symmetric matrix no neighbour of a free seed is labelled yet.
+  for (const std::uint32_t& j : candidates) {
+    Take_clique(j, counter, labels, node_tally, link_tally, cliques, members, approximate, n_exact);
+  }
+  for (const std::uint32_t& j : candidates) {
+    Extend_com(j, overlaps, counter, labels, k, node_tally, link_tally, cliques, members,
+               approximate, n_exact);
+  }
+}
+
+void Extend_com(const std::uint32_t& clique, const OverlapMatrix& overlaps,
+                const std::int32_t& counter, CliqueLabels& labels, const std::uint32_t& k,
+                NodeTally& node_tally, LinkTally& link_tally, const CliqueList& cliques,
+                CliqueIndexList& members, bool& approximate, const std::uint32_t& n_exact) {
+  const std::uint32_t need = k - 1;
+  // The depth-first growth: each frame is one level of the recursion, holding the candidates
+  // that level took (all labelled before any of them grows) and the next one to grow. The
+  // candidates of all open levels share one vector, each level owning a slice at its top.
+  struct Frame {
+    std::size_t begin;
+    std::size_t next;
+    std::size_t end;
+  };
+  CliqueIndexList pending;
+  std::vector<Frame> frames;
+
+  auto open_level = [&](const std::uint32_t& c) {
+    const std::size_t begin = pending.size();
+    if (c < overlaps.rows.size()) {
+      for (const Overlap& entry : overlaps.rows[c]) {
+        if (entry.shared >= need && Label(labels, entry.clique) < 0) {
+          pending.push_back(entry.clique);
+        }
+      }
+    }
+    for (std::size_t p = begin; p < pending.size(); ++p) {
+      Take_clique(pending[p], counter, labels, node_tally, link_tally, cliques, members,
+                  approximate, n_exact);
+    }
+    frames.push_back(Frame{begin, begin, pending.size()});
+  };
+
+  open_level(clique);
+  while (!frames.empty()) {
+    Frame& top = frames.back();
+    if (top.next == top.end) {
+      pending.resize(top.begin);
+      frames.pop_back();
+      continue;
+    }
+    const std::uint32_t c = pending[top.next++];
+    open_level(c);  // may reallocate `frames`; `top` is not used after this
+  }
+}
+
+}  // namespace Coms_from_appr_cl_ovlp_sub
+
+void Coms_from_appr_ovlp_matr(CommunityList& communities, CommunityLinkLists& community_links,
+                              CommunityCliqueLists& community_cliques, const CliqueList& cliques,
+                              const OverlapMatrix& overlaps, const std::uint32_t& k,
+                              const std::uint32_t& n_exact, std::uint32_t& n_exact_coms) {
+  using namespace Coms_from_appr_cl_ovlp_sub;
+  communities.clear();
+  community_links.clear();
+  community_cliques.clear();
+
+  const std::size_t rows = overlaps.rows.size();
+  CliqueLabels labels(rows, -1);
+  std::int32_t counter = -1;
+
+  // Exact communities go to the outputs as they are completed; approximate ones wait here.
+  CommunityList appr_communities;
+  CommunityLinkLists appr_links;
+  CommunityCliqueLists appr_cliques;
+
+  NodeTally node_tally;
+  LinkTally link_tally;
+  CliqueIndexList members;
+  for (std::size_t i = 0; i < rows; ++i) {
+    node_tally.clear();
+    link_tally.clear();
+    members.clear();
+    bool approximate = false;
+    // A row beyond the clique list has no clique, hence no nodes: it never seeds a community.
+    const std::size_t size = i < cliques.size() ? cliques[i].size() : 0;
+    if (labels[i] < 0 && size >= k) {
+      Look_for_new_com(overlaps, static_cast<std::uint32_t>(i), k, counter, labels, node_tally,
+                       link_tally, cliques, members, approximate, n_exact);
+    }
+    if (node_tally.empty()) continue;
+
+    std::sort(node_tally.begin(), node_tally.end());
+    node_tally.erase(std::unique(node_tally.begin(), node_tally.end()), node_tally.end());
+    std::sort(link_tally.begin(), link_tally.end());
+    link_tally.erase(std::unique(link_tally.begin(), link_tally.end()), link_tally.end());
+    if (approximate) {
+      appr_communities.emplace_back(std::move(node_tally));
+      appr_links.emplace_back(std::move(link_tally));
+      appr_cliques.emplace_back(std::move(members));
+    } else {
+      communities.emplace_back(std::move(node_tally));
+      community_links.emplace_back(std::move(link_tally));
+      community_cliques.emplace_back(std::move(members));
+    }
+  }
+
+  n_exact_coms = static_cast<std::uint32_t>(communities.size());
+  for (std::size_t c = 0; c < appr_communities.size(); ++c) {
+    communities.emplace_back(std::move(appr_communities[c]));
+    community_links.emplace_back(std::move(appr_links[c]));
+    community_cliques.emplace_back(std::move(appr_cliques[c]));
+  }
+}
+
+}  // namespace kcp

@@ -1,0 +1,53 @@
+// k-clique percolation over the clique overlap matrix, without listing k-cliques. Cliques of at
+// least k nodes that share at least k - 1 nodes fall into one community; a community holding a
+// clique at or above n_exact is approximate. Outputs are cleared first; the exact communities
+// come first in the order of their lowest seed row, then the approximate ones in the same order.
+// Node sets and link lists ascend; clique lists keep the order in which the growth took cliques.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "driver/types.h"
+
+namespace kcp {
+
+// One community's clique list per community, parallel to the CommunityList.
+using CommunityCliqueLists = std::vector<CliqueIndexList>;
+// One community's link list per community, parallel to the CommunityList.
+using CommunityLinkLists = std::vector<LinkList>;
+
+void Coms_from_appr_ovlp_matr(CommunityList& communities, CommunityLinkLists& community_links,
+                              CommunityCliqueLists& community_cliques, const CliqueList& cliques,
+                              const OverlapMatrix& overlaps, const std::uint32_t& k,
+                              const std::uint32_t& n_exact, std::uint32_t& n_exact_coms);
+
+namespace Coms_from_appr_cl_ovlp_sub {
+
+// Clique labels, one per overlap-matrix row: -1 while free, else the community number.
+using CliqueLabels = std::vector<std::int32_t>;
+// The nodes of the member cliques, one entry per (clique, node): the count of a node is the number
+// of its occurrences. Only the distinct values reach the outputs, so it is kept unsorted.
+using NodeTally = std::vector<NodeIndex>;
+// The same for the links (smaller, larger) of the member cliques.
+using LinkTally = std::vector<Link>;
+
+// Opens community counter + 1 at `seed` when its row holds an entry >= k: every entry of the row
+// sharing >= k - 1 nodes (the seed included) is labelled, listed and tallied, then grown in order.
+// A row without an entry >= k changes nothing.
+void Look_for_new_com(const OverlapMatrix& overlaps, const std::uint32_t& seed,
+                      const std::uint32_t& k, std::int32_t& counter, CliqueLabels& labels,
+                      NodeTally& node_tally, LinkTally& link_tally, const CliqueList& cliques,
+                      CliqueIndexList& members, bool& approximate, const std::uint32_t& n_exact);
+
+// Takes into community `counter`, depth first, every free clique reachable from `clique` through
+// entries sharing >= k - 1 nodes. Uses an explicit stack, so its depth is not bounded by the
+// call stack; the labelling order is that of the plain recursion.
+void Extend_com(const std::uint32_t& clique, const OverlapMatrix& overlaps,
+                const std::int32_t& counter, CliqueLabels& labels, const std::uint32_t& k,
+                NodeTally& node_tally, LinkTally& link_tally, const CliqueList& cliques,
+                CliqueIndexList& members, bool& approximate, const std::uint32_t& n_exact);
+
+}  // namespace Coms_from_appr_cl_ovlp_sub
+
+}  // namespace kcp

@@ -1,0 +1,121 @@
+#include "driver/driver.h"
+
+#include <exception>
+#include <iostream>
+#include <limits>
+#include <string>
+
+#include "cli/base_text.h"
+#include "cli/params_record.h"
+#include "cli/run_params.h"
+#include "cli/usage.h"
+#include "cliques/clique_output.h"
+#include "cliques/clique_search_stage.h"
+#include "cliques/overlap_matrix.h"
+#include "communities/community_stage.h"
+#include "driver/types.h"
+#include "graph/graph_output.h"
+#include "graph/node_index.h"
+#include "graph/vertex_map.h"
+#include "text/console.h"
+
+namespace kcp {
+
+std::uint32_t Min_shared_for_run(bool fixed_k_flag, std::uint32_t fixed_k) {
+  if (!fixed_k_flag) return 2;
+  // At k = 0 the threshold k - 1 wraps, so no pair is ever read; only the diagonal is needed.
+  if (fixed_k == 0) return std::numeric_limits<std::uint32_t>::max();
+  return fixed_k <= 2 ? 1 : fixed_k - 1;
+}
+
+namespace {
+
+void Run_stages(int argc, char** argv) {
+  std::string out_dir;
+  LinkMap links;
+  bool time_flag = false;
+  bool directed = false;
+  bool intensity_flag = false;
+  bool fixed_k_flag = false;
+  bool weighted = false;
+  double max_time = 0.0;
+  double intensity = 0.0;
+  std::uint32_t fixed_k = 0;
+  std::string com_flag;
+  std::string alap_szoveg;
+  IndexLinkMap index_links;
+  NameMap names;
+  VtxMap vertices;
+  VtxdMap directed_vertices;
+  std::uint32_t vertex_count = 0;
+  CliqueList cliques;
+  OverlapMatrix overlaps;
+  std::uint32_t n_exact = 0;
+
+  Print_line(" Reading input ...");
+  Process_input(argc, argv, out_dir, links, max_time, time_flag, directed, intensity_flag,
+                intensity, fixed_k_flag, fixed_k, weighted, com_flag, alap_szoveg);
+  Extend_alap_szoveg(alap_szoveg, intensity_flag, intensity, directed, time_flag, max_time,
+                     fixed_k_flag, fixed_k);
+  Check_out_dir(out_dir);
+  Kiir_params(out_dir, alap_szoveg);
+  Kiir_graph(links, out_dir, directed, alap_szoveg, weighted);
+  Print_underscores(15);
+  Print_line(" Links read OK.");
+
+  Print_underscores(20);
+  Print_line(" Converting links...");
+  Convert_s_links(index_links, names, links, directed);
+  LinkMap().swap(links);
+  Print_line(" Links converted OK, total number of " + std::to_string(index_links.size()) +
+             " will be");
+  Print_line(" taken into account in the community finding.");
+
+  Print_underscores(34);
+  Print_line(" Preparing graph from the links...");
+  if (directed) {
+    Dir_vtx_map_from_link_map(directed_vertices, index_links);
+    vertex_count = static_cast<std::uint32_t>(directed_vertices.size());
+  } else {
+    Vtx_map_from_link_map(vertices, index_links);
+    vertex_count = static_cast<std::uint32_t>(vertices.size());
+  }
+  Print_line(" Graph created from the links OK.");
+
+  overlaps.min_shared = Min_shared_for_run(fixed_k_flag, fixed_k);
+  n_exact = 0;
+  Find_cliques(time_flag, directed, cliques, overlaps, directed_vertices, vertices, n_exact,
+               max_time);
+  Print_underscores(27);
+  Print_line(" Writing cliques to disk...");
+  Kiir_cliques_VN(out_dir, cliques, names, n_exact, com_flag, alap_szoveg);
+  Print_line(" done.");
+
+  const std::uint32_t largest = Max_clique_size_in_cl_vec(cliques);
+  if (fixed_k_flag) {
+    Find_coms(fixed_k, cliques, overlaps, n_exact, com_flag, alap_szoveg, out_dir, names,
+              vertex_count, intensity_flag, intensity, index_links, largest);
+  } else {
+    for (std::uint32_t k = largest; k > 2; --k) {
+      Find_coms(k, cliques, overlaps, n_exact, com_flag, alap_szoveg, out_dir, names,
+                vertex_count, intensity_flag, intensity, index_links, largest);
+    }
+  }
+  Print_banner();
+}
+
+}  // namespace
+
+int Run(int argc, char** argv) {
+  try {
+    Print_banner();
+    Run_stages(argc, argv);
+  } catch (const std::bad_alloc&) {
+    Print_line("ERROR: out of memory; the network is too large for this machine's memory.");
+  } catch (const std::exception& error) {
+    Print_line(error.what());
+  }
+  return 0;
+}
+
+}  // namespace kcp

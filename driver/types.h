@@ -1,0 +1,58 @@
+// The data every stage of a run passes along, named once. Node indices run from 1 to N (0 is
+// never a node). Cliques and communities are ascending node lists; the position of a clique in
+// the CliqueList is its number in every file, approximate cliques coming after the exact ones.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace kcp {
+
+using NodeIndex = std::uint32_t;
+
+// (source name, target name) -> weight, byte-wise ordered. A pair and its reverse are two keys.
+using LinkMap = std::map<std::pair<std::string, std::string>, double>;
+// (first index, second index) -> weight; undirected runs hold each link once as (smaller, larger).
+using IndexLinkMap = std::map<std::pair<NodeIndex, NodeIndex>, double>;
+using NameMap = std::map<NodeIndex, std::string>;
+
+// Working node sets of the searches.
+using NodeSet = std::set<NodeIndex>;
+// A stored clique or community: strictly ascending node indices.
+using NodeList = std::vector<NodeIndex>;
+using Clique = NodeList;
+using CliqueList = std::vector<Clique>;
+
+// One row of the clique overlap matrix: (other clique, shared node count), ascending by clique.
+// The entry of a clique with itself holds its size.
+struct Overlap {
+  std::uint32_t clique;
+  std::uint32_t shared;
+  friend bool operator==(const Overlap&, const Overlap&) = default;
+};
+using OverlapRow = std::vector<Overlap>;
+
+// Symmetric and sparse: rows[i] holds (j, shared) on both sides for every stored pair. Pairs that
+// share fewer than min_shared nodes are left out, since percolation at k reads only pairs sharing
+// at least k - 1 nodes: a run whose every k is at least 3 needs 2, a run at one k needs k - 1.
+struct OverlapMatrix {
+  std::vector<OverlapRow> rows;
+  std::uint32_t min_shared = 1;
+};
+
+using Community = NodeList;
+using CommunityList = std::vector<Community>;
+// Links inside a community as (smaller index, larger index) pairs.
+using Link = std::pair<NodeIndex, NodeIndex>;
+using LinkList = std::vector<Link>;
+using CliqueIndexList = std::vector<std::uint32_t>;
+// (community i, community j), i < j -> number of shared nodes.
+using CommunityGraph = std::map<std::pair<std::uint32_t, std::uint32_t>, std::uint32_t>;
+// value -> how often it occurs.
+using Distribution = std::map<std::uint32_t, std::uint32_t>;
+
+}  // namespace kcp

@@ -1,0 +1,28 @@
+// The graph the clique searches work on, built from the IndexLinkMap: Vtx records for an
+// undirected run, Vtxd records for a directed one (names stay "0", incremental sets empty), and
+// the node order of the searches: ascending neighbour count, ties by ascending index.
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "driver/types.h"
+#include "graph/vtx.h"
+
+namespace kcp {
+
+using VtxMap = std::map<NodeIndex, Vtx>;
+using VtxdMap = std::map<NodeIndex, Vtxd>;
+using NodeOrder = std::vector<NodeIndex>;
+
+// The undirected map; the IndexLinkMap must hold each link once (a directed one is refused by
+// Add_neigh's repeated-neighbour error).
+void Vtx_map_from_link_map(VtxMap& vertices, const IndexLinkMap& links);
+void Dir_vtx_map_from_link_map(VtxdMap& vertices, const IndexLinkMap& links);
+void Sort_Vtx_map(NodeOrder& order, const VtxMap& vertices);
+// flag names the set whose size is the key: "Neighs", "Ineighs" or "Oneighs"; any other word
+// throws Xerror_msg and leaves the order untouched.
+void Sort_dir_vtx_map(NodeOrder& order, const VtxdMap& vertices, const std::string& flag);
+
+}  // namespace kcp

@@ -1,0 +1,109 @@
+// Node records of the clique searches. Vtx holds a node's index, its neighbour set and its
+// incremental neighbour sets (set j: the other members of the j-th clique registered for the
+// node); Vtxd adds the in- and out-neighbour sets of a directed graph and keeps neighs equal to
+// their union. Every precondition failure throws Xerror_msg with the quoted text and leaves the
+// record unchanged. Read accessors ending in _c return references that stay valid until the
+// record changes; the others return copies.
+#pragma once
+
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "driver/types.h"
+
+namespace kcp {
+
+class Vtx {
+ public:
+  Vtx();
+  explicit Vtx(const NodeIndex& index);
+  Vtx(const NodeIndex& index, const NodeSet& neighs);
+  Vtx(const NodeIndex& index, const NodeSet& neighs, const std::string& name);
+  Vtx(const Vtx& other);
+  virtual ~Vtx() = default;
+
+  virtual NodeIndex Index() const;
+  virtual NodeSet Neighs() const;
+  virtual const NodeSet& Neighs_c() const;
+  virtual std::vector<NodeSet> Inc_neighs() const;
+  virtual const std::vector<NodeSet>& Inc_neighs_c() const;
+  virtual std::string Name() const;
+
+  virtual void Set_index(const NodeIndex& index);
+  virtual void Set_neighs(const NodeSet& neighs);
+  virtual void Set_inc_neighs(const std::vector<NodeSet>& inc_neighs);
+  virtual void Set_name(const std::string& name);
+
+  virtual void Add_neigh(const NodeIndex& n);
+  virtual void Add_inc_neigh(const std::size_t& j, const NodeIndex& n);
+  virtual void Remove_neigh(const NodeIndex& n);
+  virtual void Remove_inc_neigh(const std::size_t& j, const NodeIndex& n);
+
+  virtual bool operator<(const Vtx& other) const;
+  virtual Vtx& operator=(const Vtx& other);
+  virtual void Set_defaults();
+  virtual void Copy(const Vtx& other);
+
+ protected:
+  NodeIndex index_ = 0;
+  NodeSet neighs_;
+  std::vector<NodeSet> inc_neighs_;
+  std::string name_ = "0";
+};
+
+class Vtxd : public Vtx {
+ public:
+  Vtxd();
+  explicit Vtxd(const NodeIndex& index);
+  Vtxd(const NodeIndex& index, const NodeSet& oneighs, const NodeSet& ineighs);
+  Vtxd(const NodeIndex& index, const NodeSet& oneighs, const NodeSet& ineighs,
+       const std::string& name);
+  Vtxd(const Vtxd& other);
+  explicit Vtxd(const Vtx& other);
+  ~Vtxd() override = default;
+
+  void Remove_neigh(const NodeIndex& n) override;
+  bool operator<(const Vtx& other) const override;
+  Vtxd& operator=(const Vtx& other) override;
+  void Set_defaults() override;
+  void Copy(const Vtx& other) override;
+
+  virtual NodeSet Oneighs() const;
+  virtual const NodeSet& Oneighs_c() const;
+  virtual NodeSet Ineighs() const;
+  virtual const NodeSet& Ineighs_c() const;
+  virtual void Set_oneighs(const NodeSet& oneighs);
+  virtual void Set_ineighs(const NodeSet& ineighs);
+  virtual void Add_oneigh(const NodeIndex& n);
+  virtual void Add_ineigh(const NodeIndex& n);
+  virtual void Remove_oneigh(const NodeIndex& n);
+  virtual void Remove_ineigh(const NodeIndex& n);
+  virtual bool operator<(const Vtxd& other) const;
+  virtual Vtxd& operator=(const Vtxd& other);
+  virtual void Copy(const Vtxd& other);
+
+ protected:
+  NodeSet ineighs_;
+  NodeSet oneighs_;
+};
+
+// Diagnostic text forms; no result file uses them.
+namespace g_hor {
+std::ostream& operator<<(std::ostream& out, const NodeSet& set);
+std::ostream& operator<<(std::ostream& out, const Vtx& vtx);
+std::ostream& operator<<(std::ostream& out, const Vtxd& vtx);
+}  // namespace g_hor
+namespace g_ver {
+std::ostream& operator<<(std::ostream& out, const NodeSet& set);
+std::ostream& operator<<(std::ostream& out, const Vtx& vtx);
+std::ostream& operator<<(std::ostream& out, const Vtxd& vtx);
+}  // namespace g_ver
+void export_data(std::ostream& out, const NodeSet& set, const std::string& separator,
+                 const std::string& opening, const std::string& closing);
+void export_data(std::ostream& out, const Vtx& vtx, const std::string& separator,
+                 const std::string& opening, const std::string& closing);
+void export_data(std::ostream& out, const Vtxd& vtx, const std::string& separator,
+                 const std::string& opening, const std::string& closing);
+
+}  // namespace kcp

@@ -1,0 +1,13 @@
+#!/usr/bin/env bash
+# Builds Varnel and runs it on the bundled example network, writing the results next to a copy
+# of it in examples/run/.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+cmake -S . -B build-example -DCMAKE_BUILD_TYPE=Release -DVARNEL_TESTS=OFF >/dev/null
+cmake --build build-example -j "$(nproc)" --target varnel >/dev/null
+rm -rf examples/run
+mkdir -p examples/run
+cp examples/karate.links examples/run/
+(cd examples/run && ../../build-example/varnel -i karate.links)
+echo
+echo "Results written to examples/run/karate.links_files/"

@@ -1,0 +1,11 @@
+#!/usr/bin/env bash
+# Builds Varnel with its tests and runs every test.
+#   BUILD_DIR     build directory (default: build)
+#   CMAKE_EXTRA   extra arguments for cmake's configure step
+set -euo pipefail
+cd "$(dirname "$0")/.."
+build="${BUILD_DIR:-build}"
+# shellcheck disable=SC2086
+cmake -S . -B "$build" -DCMAKE_BUILD_TYPE=Release -DVARNEL_TESTS=ON ${CMAKE_EXTRA:-}
+cmake --build "$build" -j "$(nproc)"
+ctest --test-dir "$build" --output-on-failure -j "$(nproc)"

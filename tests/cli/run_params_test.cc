@@ -1,0 +1,439 @@
+#include "cli/run_params.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "driver/xerror_msg.h"
+#include "graph/link_reader.h"
+#include "tests/cli/cout_capture.h"
+#include "tests/support/test_dir.h"
+
+namespace kcp {
+namespace {
+
+using testing::Cout_capture;
+using testing::Test_dir;
+using testing::Write_file;
+
+const std::string kBanner =
+    "____________________________________________________\n"
+    "Varnel 1.0: overlapping communities by k-clique percolation\n"
+    " Lists the maximal cliques of a network and its k-clique\n"
+    " communities for every k, with their statistics.\n";
+const std::string kUsageEnd = "  -h  help. More details about these options.\n";
+
+// Everything Examin_params fills, starting from the values Process_input starts from.
+struct Examined {
+  bool lower_flag = false;
+  double lower = 0.0;
+  bool upper_flag = false;
+  double upper = 0.0;
+  bool digits_flag = false;
+  std::uint32_t digits = 6;
+  bool out_flag = false;
+  std::string out_path;
+  std::string input_file;
+  bool help_flag = false;
+  bool time_flag = false;
+  double max_time = 0.0;
+  bool directed = false;
+  bool intensity_flag = false;
+  double intensity = 0.0;
+  bool fixed_k_flag = false;
+  std::uint32_t fixed_k = 0;
+  bool error_flag = false;
+  std::string errors;
+};
+
+Examined Examine(std::vector<std::string> args) {
+  args.insert(args.begin(), "./varnel");
+  const ParamTable params(Switches(args).Params());
+  Examined e;
+  Examin_params(params, e.lower_flag, e.lower, e.upper_flag, e.upper, e.digits_flag, e.digits,
+                e.out_flag, e.out_path, e.input_file, e.help_flag, e.time_flag, e.max_time,
+                e.directed, e.intensity_flag, e.intensity, e.fixed_k_flag, e.fixed_k, e.error_flag,
+                e.errors);
+  return e;
+}
+
+// The outputs of one Process_input call, with what it printed and the message it threw.
+struct Processed {
+  std::string out_dir;
+  LinkMap links;
+  double max_time = 0.0;
+  bool time_flag = false;
+  bool directed = false;
+  bool intensity_flag = false;
+  double intensity = 0.0;
+  bool fixed_k_flag = false;
+  std::uint32_t fixed_k = 0;
+  bool weighted = false;
+  std::string com_flag;
+  std::string alap_szoveg;
+  std::string printed;
+  bool threw = false;
+  std::string thrown;
+};
+
+Processed Process(std::vector<std::string> args) {
+  args.insert(args.begin(), "./varnel");
+  std::vector<char*> argv;
+  for (std::string& arg : args) argv.push_back(arg.data());
+  argv.push_back(nullptr);
+  const int argc = static_cast<int>(args.size());
+  char** const vector = argv.data();
+  Processed p;
+  Cout_capture out;
+  try {
+    Process_input(argc, vector, p.out_dir, p.links, p.max_time, p.time_flag, p.directed,
+                  p.intensity_flag, p.intensity, p.fixed_k_flag, p.fixed_k, p.weighted, p.com_flag,
+                  p.alap_szoveg);
+  } catch (const Xerror_msg& error) {
+    p.threw = true;
+    p.thrown = error.what();
+  }
+  p.printed = out.text();
+  return p;
+}
+
+// The usage printed for the collected errors: banner, " Error:", the errors, the option list.
+void Expect_usage_with(const Processed& p, const std::string& errors) {
+  EXPECT_TRUE(p.threw);
+  EXPECT_EQ(p.thrown, "");
+  const std::string head =
+      kBanner + "\n Error:\n" + errors + "\n Usage : ./varnel -i input_file \n";
+  EXPECT_EQ(p.printed.substr(0, head.size()), head);
+  ASSERT_GE(p.printed.size(), kUsageEnd.size());
+  EXPECT_EQ(p.printed.substr(p.printed.size() - kUsageEnd.size()), kUsageEnd);
+  EXPECT_TRUE(p.links.empty());
+}
+
+TEST(CheckSwitches, AcceptsConsistentSwitchesSilently) {
+  std::string errors = "kept";
+  EXPECT_TRUE(Check_switches(true, 0.001, true, true, 0.5, 0.6, true, false, false, errors));
+  EXPECT_TRUE(Check_switches(false, -1.0, true, false, 5.0, 1.0, false, true, true, errors));
+  EXPECT_EQ(errors, "kept");
+}
+
+TEST(CheckSwitches, RunsEveryTestAndCollectsAllMessages) {
+  std::string errors = "before\n";
+  EXPECT_FALSE(Check_switches(true, 0.0, true, true, 1.0, 1.0, true, true, true, errors));
+  EXPECT_EQ(errors,
+            "before\n"
+            " The maximal allowed time per node must be positive.\n"
+            " The sepcified lower threshold is higher (or equal to) the upper threshold.\n"
+            " The search algorithm cannot apply the link weight \n"
+            " intensity condition when looking for directed communities.\n"
+            " The search algorithm cannot apply the maximal time \n"
+            " per node condition when a link weight intensity condition is set as well.\n"
+            " The program cannot apply the dirrected and undirected\n"
+            " search algorithm at the same time.\n");
+}
+
+TEST(CheckSwitches, EachTestFailsOnItsOwn) {
+  std::string errors;
+  EXPECT_FALSE(Check_switches(true, -2.0, false, false, 0.0, 0.0, false, false, false, errors));
+  EXPECT_EQ(errors, " The maximal allowed time per node must be positive.\n");
+  errors.clear();
+  EXPECT_FALSE(Check_switches(false, 0.0, true, true, 2.0, 1.0, false, false, false, errors));
+  EXPECT_EQ(errors,
+            " The sepcified lower threshold is higher (or equal to) the upper threshold.\n");
+  errors.clear();
+  EXPECT_FALSE(Check_switches(false, 0.0, false, false, 0.0, 0.0, true, false, true, errors));
+  EXPECT_EQ(errors,
+            " The program cannot apply the dirrected and undirected\n search algorithm at the "
+            "same time.\n");
+}
+
+TEST(ExaminParams, ReadsEverySwitchIntoItsFlagAndValue) {
+  const Examined e = Examine({"-i", "net.txt", "-w", "0.2", "-W", "0.9", "-o", "out", "-d", "2",
+                              "-t", "1.5", "-k", "3.6", "-U"});
+  EXPECT_FALSE(e.error_flag);
+  EXPECT_EQ(e.errors, "");
+  EXPECT_EQ(e.input_file, "net.txt");
+  EXPECT_TRUE(e.lower_flag);
+  EXPECT_EQ(e.lower, 0.2);
+  EXPECT_TRUE(e.upper_flag);
+  EXPECT_EQ(e.upper, 0.9);
+  EXPECT_TRUE(e.out_flag);
+  EXPECT_EQ(e.out_path, "out");
+  EXPECT_TRUE(e.digits_flag);
+  EXPECT_EQ(e.digits, 2u);
+  EXPECT_TRUE(e.time_flag);
+  EXPECT_EQ(e.max_time, 1.5);
+  EXPECT_TRUE(e.fixed_k_flag);
+  EXPECT_EQ(e.fixed_k, 4u);
+  EXPECT_FALSE(e.directed);
+  EXPECT_FALSE(e.intensity_flag);
+  EXPECT_FALSE(e.help_flag);
+}
+
+TEST(ExaminParams, MissingInputFileIsAnError) {
+  const Examined e = Examine({});
+  EXPECT_TRUE(e.error_flag);
+  EXPECT_EQ(e.errors, "You must specify an input file.\n");
+}
+
+TEST(ExaminParams, UnknownSwitchIsReportedAloneAndStopsTheExamination) {
+  Examined e = Examine({"-i", "a.txt", "-x"});
+  EXPECT_TRUE(e.error_flag);
+  EXPECT_EQ(e.errors, "unknown parameter in parameter list! (Check_keys()).\n");
+  EXPECT_EQ(e.input_file, "");
+  e = Examine({"-h", "-t", "0", "-D", "-U", "-q"});
+  EXPECT_EQ(e.errors, "unknown parameter in parameter list! (Check_keys()).\n");
+  EXPECT_FALSE(e.help_flag);
+  EXPECT_FALSE(e.directed);
+  // A stray value before the first switch.
+  e = Examine({"x.txt", "-i", "a.txt"});
+  EXPECT_EQ(e.errors, "unknown parameter in parameter list! (Check_keys()).\n");
+}
+
+TEST(ExaminParams, NegativeNumberIsAnUnknownSwitch) {
+  const Examined e = Examine({"-i", "a.txt", "-t", "-1"});
+  EXPECT_TRUE(e.error_flag);
+  EXPECT_EQ(e.errors, "unknown parameter in parameter list! (Check_keys()).\n");
+}
+
+TEST(ExaminParams, CollectsValueMessagesInSwitchOrderThenConsistencyMessages) {
+  const Examined e =
+      Examine({"-k", "x", "-I", "y", "-t", "z", "-d", "q", "-o", "", "-W", "v", "-w", "u", "-D"});
+  EXPECT_TRUE(e.error_flag);
+  EXPECT_EQ(e.errors,
+            "You must specify an input file.\n"
+            " Unable to interpret the value 'u' for switch -w.\n"
+            " Unable to interpret the value 'v' for switch -W.\n"
+            " Unable to interpret the value '' for switch -o.\n"
+            " Unable to interpret the value 'q' for switch -d.\n"
+            " Unable to interpret the value 'z' for switch -t.\n"
+            " Unable to interpret the value 'y' for switch -I.\n"
+            " Unable to interpret the value 'x' for switch -k.\n"
+            " The maximal allowed time per node must be positive.\n"
+            " The sepcified lower threshold is higher (or equal to) the upper threshold.\n"
+            " The search algorithm cannot apply the link weight \n"
+            " intensity condition when looking for directed communities.\n"
+            " The search algorithm cannot apply the maximal time \n"
+            " per node condition when a link weight intensity condition is set as well.\n");
+  EXPECT_TRUE(e.lower_flag);
+  EXPECT_TRUE(e.upper_flag);
+  EXPECT_TRUE(e.out_flag);
+  EXPECT_TRUE(e.time_flag);
+  EXPECT_TRUE(e.intensity_flag);
+  EXPECT_TRUE(e.fixed_k_flag);
+}
+
+TEST(ExaminParams, SwitchesWithoutValuesAreReported) {
+  const Examined e = Examine({"-i", "-o", "-k"});
+  EXPECT_TRUE(e.error_flag);
+  EXPECT_EQ(e.errors,
+            " No value is given for switch -i.\n"
+            " No value is given for switch -o.\n"
+            " No value is given for switch -k.\n");
+}
+
+TEST(ExaminParams, EmptyOutputPathIsRefusedButOthersPass) {
+  Examined e = Examine({"-i", "a.txt", "-o", ""});
+  EXPECT_TRUE(e.error_flag);
+  EXPECT_EQ(e.errors, " Unable to interpret the value '' for switch -o.\n");
+  e = Examine({"-i", "a.txt", "-o", " "});
+  EXPECT_FALSE(e.error_flag);
+  EXPECT_EQ(e.out_path, " ");
+}
+
+TEST(ExaminParams, ValuelessSwitchesIgnoreTheirValues) {
+  const Examined e = Examine({"-i", "a.txt", "-D", "yes", "-U", "-h", "now"});
+  EXPECT_TRUE(e.directed);
+  EXPECT_TRUE(e.help_flag);
+  EXPECT_EQ(e.errors,
+            " The program cannot apply the dirrected and undirected\n search algorithm at the "
+            "same time.\n");
+}
+
+TEST(ExaminParams, RejectsEqualThresholdsAndDirectedIntensityWithTime) {
+  Examined e = Examine({"-i", "a.txt", "-w", "1", "-W", "1"});
+  EXPECT_EQ(e.errors,
+            " The sepcified lower threshold is higher (or equal to) the upper threshold.\n");
+  e = Examine({"-i", "a.txt", "-w", "2", "-W", "1"});
+  EXPECT_EQ(e.errors,
+            " The sepcified lower threshold is higher (or equal to) the upper threshold.\n");
+  e = Examine({"-i", "a.txt", "-t", "0"});
+  EXPECT_EQ(e.errors, " The maximal allowed time per node must be positive.\n");
+  e = Examine({"-i", "a.txt", "-D", "-I", "0.3", "-t", "5"});
+  EXPECT_EQ(e.errors,
+            " The search algorithm cannot apply the link weight \n"
+            " intensity condition when looking for directed communities.\n"
+            " The search algorithm cannot apply the maximal time \n"
+            " per node condition when a link weight intensity condition is set as well.\n");
+}
+
+TEST(ResultsDirPath, DerivesTheNameFromInputThresholdsAndDirection) {
+  const auto path = [](bool w, double lower, bool W, double upper, std::uint32_t digits, bool d) {
+    return Results_dir_path("net.txt", w, lower, W, upper, digits, d, false, "", false, 0.0);
+  };
+  EXPECT_EQ(path(false, 0, false, 0, 6, false), "net.txt_files");
+  EXPECT_EQ(path(true, 0.15, false, 0, 6, false), "net.txt_files_0.150000_w");
+  EXPECT_EQ(path(false, 0, true, 1.35, 3, false), "net.txt_files_w_1.350");
+  EXPECT_EQ(path(true, 0.15, true, 1.35, 3, false), "net.txt_files_0.150_w_1.350");
+  EXPECT_EQ(path(false, 0, false, 0, 6, true), "net.txt_files-d");
+  EXPECT_EQ(path(true, 0.2, true, 0.9, 1, true), "net.txt_files_0.2_w_0.9-d");
+  EXPECT_EQ(path(true, 0.7, false, 0, 0, false), "net.txt_files_0_w");
+  EXPECT_EQ(Results_dir_path("data/net.txt", false, 0, false, 0, 6, false, false, "", false, 0),
+            "data/net.txt_files");
+}
+
+TEST(ResultsDirPath, OutputPathReplacesTheNameButKeepsTheIntensitySuffix) {
+  EXPECT_EQ(Results_dir_path("net.txt", false, 0, false, 0, 2, false, false, "", true, 0.35),
+            "net.txt_files-w-th0.35");
+  EXPECT_EQ(Results_dir_path("net.txt", false, 0, false, 0, 2, false, true, "out", true, 0.35),
+            "out-w-th0.35");
+  EXPECT_EQ(Results_dir_path("net.txt", true, 0.2, true, 0.5, 6, true, true, "out", false, 0),
+            "out");
+}
+
+TEST(GenerateComFlag, NamesTheMethod) {
+  std::string flag = "old";
+  Generate_com_flag(flag, false, false);
+  EXPECT_EQ(flag, "");
+  Generate_com_flag(flag, true, false);
+  EXPECT_EQ(flag, "directed");
+  Generate_com_flag(flag, false, true);
+  EXPECT_EQ(flag, "intensity");
+  Generate_com_flag(flag, true, true);
+  EXPECT_EQ(flag, "intensity");
+}
+
+TEST(ProcessInput, NoArgumentsPrintsUsageWithTheMissingInputMessage) {
+  Expect_usage_with(Process({}), "You must specify an input file.\n");
+}
+
+TEST(ProcessInput, UnknownSwitchPrintsUsageWithItsMessageOnly) {
+  Expect_usage_with(Process({"-i", "a.txt", "-x", "-h"}),
+                    "unknown parameter in parameter list! (Check_keys()).\n");
+}
+
+TEST(ProcessInput, HelpWinsOverEveryOtherError) {
+  Processed p = Process({"-h"});
+  EXPECT_TRUE(p.threw);
+  EXPECT_EQ(p.thrown, "");
+  const std::string head = " When using ./varnel you must specify at least the \n";
+  EXPECT_EQ(p.printed.substr(0, head.size()), head);
+  EXPECT_EQ(p.printed.substr(p.printed.size() - kBanner.size() - 4), "\n\n\n\n" + kBanner);
+  EXPECT_EQ(p.printed.find(" Error:"), std::string::npos);
+  const Processed with_errors = Process({"-t", "0", "-D", "-U", "-w", "x", "-h"});
+  EXPECT_EQ(with_errors.printed, p.printed);
+}
+
+TEST(ProcessInput, EmptyOutputPathIsRefusedAndNothingIsWritten) {
+  Test_dir tmp;
+  const std::string input = tmp / "net.txt";
+  Write_file(input, "a b 1\n");
+  const Processed p = Process({"-i", input, "-o", ""});
+  Expect_usage_with(p, " Unable to interpret the value '' for switch -o.\n");
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(tmp.path()),
+                          std::filesystem::directory_iterator()),
+            1);
+}
+
+TEST(ProcessInput, ReadsUnweightedLinksAndBuildsTheBaseText) {
+  Test_dir tmp;
+  const std::string input = tmp / "net.txt";
+  Write_file(input, "a b\nb c\n");
+  const Processed p = Process({"-i", input});
+  EXPECT_FALSE(p.threw) << p.thrown;
+  EXPECT_EQ(p.printed, "");
+  EXPECT_EQ(p.out_dir, input + "_files");
+  EXPECT_EQ(p.links, (LinkMap{{{"a", "b"}, 0.0}, {{"b", "c"}, 0.0}}));
+  EXPECT_FALSE(p.weighted);
+  EXPECT_FALSE(p.time_flag);
+  EXPECT_FALSE(p.directed);
+  EXPECT_FALSE(p.intensity_flag);
+  EXPECT_FALSE(p.fixed_k_flag);
+  EXPECT_EQ(p.com_flag, "");
+  EXPECT_EQ(p.alap_szoveg, " from " + input +
+                               "\n"
+                               "# at no lower link weight threshold,\n"
+                               "# and at no upper link weight threshold.\n");
+  EXPECT_FALSE(std::filesystem::exists(p.out_dir));
+}
+
+TEST(ProcessInput, LowerThresholdUsesTheWeightedReaderAndSixDecimals) {
+  Test_dir tmp;
+  const std::string input = tmp / "net.txt";
+  Write_file(input, "a b 0.5\nb c 0.1\nc a 0.9\n");
+  const Processed p = Process({"-i", input, "-w", "0.2"});
+  EXPECT_FALSE(p.threw) << p.thrown;
+  EXPECT_EQ(p.out_dir, input + "_files_0.200000_w");
+  EXPECT_EQ(p.links, (LinkMap{{{"a", "b"}, 0.5}, {{"c", "a"}, 0.9}}));
+  EXPECT_TRUE(p.weighted);
+  EXPECT_EQ(p.alap_szoveg, " from " + input +
+                               "\n"
+                               "# at a lower link weight threshold of 0.200000,\n"
+                               "# and at no upper link weight threshold.\n");
+}
+
+TEST(ProcessInput, DigitsSwitchShapesTheDerivedName) {
+  Test_dir tmp;
+  const std::string input = tmp / "a.txt";
+  Write_file(input, "a b 0.8\n");
+  EXPECT_EQ(Process({"-i", input, "-d", "0", "-w", "0.7"}).out_dir, input + "_files_0_w");
+  EXPECT_EQ(Process({"-i", input, "-W", "1.35", "-d", "3"}).out_dir, input + "_files_w_1.350");
+}
+
+TEST(ProcessInput, IntensityAloneReadsWeightsAndSuffixesTheName) {
+  Test_dir tmp;
+  const std::string input = tmp / "net.txt";
+  Write_file(input, "a b 0.5\n");
+  Processed p = Process({"-i", input, "-I", "0.35", "-d", "2"});
+  EXPECT_FALSE(p.threw) << p.thrown;
+  EXPECT_EQ(p.out_dir, input + "_files-w-th0.35");
+  EXPECT_TRUE(p.weighted);
+  EXPECT_TRUE(p.intensity_flag);
+  EXPECT_EQ(p.intensity, 0.35);
+  EXPECT_EQ(p.links, (LinkMap{{{"a", "b"}, 0.5}}));
+  EXPECT_EQ(p.com_flag, "intensity");
+  p = Process({"-i", input, "-o", tmp / "out", "-I", "0.35", "-d", "2"});
+  EXPECT_EQ(p.out_dir, tmp / "out-w-th0.35");
+}
+
+TEST(ProcessInput, DirectedTimeLimitedFixedKRun) {
+  Test_dir tmp;
+  const std::string input = tmp / "net.txt";
+  Write_file(input, "a b\n");
+  const Processed p = Process({"-i", input, "-D", "-t", "2.5", "-k", "3.6"});
+  EXPECT_FALSE(p.threw) << p.thrown;
+  EXPECT_EQ(p.out_dir, input + "_files-d");
+  EXPECT_TRUE(p.directed);
+  EXPECT_TRUE(p.time_flag);
+  EXPECT_EQ(p.max_time, 2.5);
+  EXPECT_TRUE(p.fixed_k_flag);
+  EXPECT_EQ(p.fixed_k, 4u);
+  EXPECT_EQ(p.com_flag, "directed");
+  EXPECT_FALSE(p.weighted);
+}
+
+TEST(ProcessInput, MissingInputFilePassesTheReadersErrorThrough) {
+  Test_dir tmp;
+  std::vector<std::string> args = {"./varnel", "-i", tmp / "none.txt"};
+  std::vector<char*> argv;
+  for (std::string& arg : args) argv.push_back(arg.data());
+  char** const vector = argv.data();
+  std::string out_dir, com_flag, alap;
+  LinkMap links;
+  double max_time = 0.0, intensity = 0.0;
+  bool time_flag = false, directed = false, intensity_flag = false, fixed_k_flag = false;
+  bool weighted = false;
+  std::uint32_t fixed_k = 0;
+  Cout_capture out;
+  EXPECT_THROW(
+      Process_input(3, vector, out_dir, links, max_time, time_flag, directed, intensity_flag,
+                    intensity, fixed_k_flag, fixed_k, weighted, com_flag, alap),
+      Xep_file_not_found);
+  EXPECT_EQ(out.text(), "");
+  EXPECT_FALSE(std::filesystem::exists(tmp / "none.txt_files"));
+}
+
+}  // namespace
+}  // namespace kcp

@@ -1,0 +1,186 @@
+#include "cliques/clique_find_dir_time.h"
+
+#include <gtest/gtest.h>
+
+#include <initializer_list>
+#include <memory>
+#include <set>
+#include <sstream>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "cliques/clique_find_dir.h"
+#include "graph/vertex_map.h"
+#include "tests/cli/cout_capture.h"
+#include "tests/support/random_graph.h"
+
+namespace kcp {
+namespace {
+
+// A processor clock that gains one second (1e6 ticks) at every reading: every check after a
+// node's start time finds a limit below one second exceeded.
+ProcessorClock Racing_clock(const std::shared_ptr<int>& readings) {
+  return [readings]() { return static_cast<std::clock_t>(++*readings) * 1000000; };
+}
+
+std::clock_t Stopped_clock() { return 777; }
+
+// Directed links (a, b): a -> b.
+IndexLinkMap Arcs(std::initializer_list<std::pair<NodeIndex, NodeIndex>> pairs) {
+  IndexLinkMap links;
+  for (const auto& [a, b] : pairs) links[{a, b}] = 1.0;
+  return links;
+}
+
+void Both_ways(IndexLinkMap& links, std::initializer_list<NodeIndex> nodes) {
+  for (const NodeIndex a : nodes) {
+    for (const NodeIndex b : nodes) {
+      if (a != b) links[{a, b}] = 1.0;
+    }
+  }
+}
+
+struct Timed_result {
+  CliqueList cliques;
+  OverlapMatrix overlaps;
+  VtxdMap vertices;
+  VtxdMap core;
+  std::string printed;
+};
+
+Timed_result Timed_search(const IndexLinkMap& links, const double& max_time,
+                          const ProcessorClock& clock) {
+  Timed_result r;
+  Dir_vtx_map_from_link_map(r.vertices, links);
+  r.core[99] = Vtxd(99);  // replaced by the search
+  testing::Cout_capture capture;
+  Clique_find_dir_time(r.cliques, r.overlaps, r.vertices, r.core, max_time, clock);
+  r.printed = capture.text();
+  return r;
+}
+
+std::string Block(const std::string& header, const std::string& count_line) {
+  return std::string(header.size(), '_') + "\n" + header + "\n" + count_line + "\n";
+}
+
+std::vector<std::string> Lines_starting(const std::string& text, const std::string& start) {
+  std::vector<std::string> lines;
+  std::istringstream in(text);
+  for (std::string line; std::getline(in, line);) {
+    if (line.rfind(start, 0) == 0) lines.push_back(line);
+  }
+  return lines;
+}
+
+void Expect_same_arcs(const VtxdMap& core, const IndexLinkMap& links) {
+  VtxdMap expected;
+  Dir_vtx_map_from_link_map(expected, links);
+  ASSERT_EQ(core.size(), expected.size());
+  for (const auto& [node, vtx] : expected) {
+    EXPECT_EQ(core.at(node).Oneighs_c(), vtx.Oneighs_c()) << "node " << node;
+    EXPECT_EQ(core.at(node).Ineighs_c(), vtx.Ineighs_c()) << "node " << node;
+    EXPECT_EQ(core.at(node).Neighs_c(), vtx.Neighs_c()) << "node " << node;
+  }
+}
+
+TEST(CliqueFindDirTime, LimitNoNodeReachesGivesTheExactResultAndTheNote) {
+  const Timed_result r = Timed_search(Arcs({{1, 2}, {2, 3}, {1, 3}}), 1.5, Stopped_clock);
+  const std::string header = " Locating dir. cliques, max. allowed time/node=1.500:";
+  EXPECT_EQ(r.printed, Block(header, " 3 of 3 nodes to do (0.00% done)") +
+                           Block(header, " 2 of 3 nodes to do (33.33% done)") +
+                           Block(header, " 1 of 3 nodes to do (66.67% done)") +
+                           std::string(37, '_') +
+                           "\n Altogether 1 directed cliques found.\nno approximation was needed.\n");
+  EXPECT_EQ(r.cliques, (CliqueList{{1, 2, 3}}));
+  EXPECT_TRUE(r.core.empty());
+
+  std::uint32_t seed = 900;
+  for (const double p : {0.25, 0.5, 0.8}) {
+    for (int round = 0; round < 20; ++round, ++seed) {
+      const IndexLinkMap links = testing::Random_directed_links(4 + seed % 8, p, seed);
+      const Timed_result timed = Timed_search(links, 0.0, Stopped_clock);
+      Timed_result exact;
+      Dir_vtx_map_from_link_map(exact.vertices, links);
+      {
+        testing::Cout_capture quiet;
+        Clique_find_dir(exact.cliques, exact.overlaps, exact.vertices);
+      }
+      ASSERT_EQ(timed.cliques, exact.cliques) << "seed " << seed;
+      ASSERT_EQ(timed.overlaps.rows, exact.overlaps.rows) << "seed " << seed;
+      for (const auto& [node, vtx] : exact.vertices) {
+        ASSERT_EQ(timed.vertices.at(node).Inc_neighs_c(), vtx.Inc_neighs_c()) << "seed " << seed;
+      }
+      ASSERT_TRUE(timed.core.empty());
+      ASSERT_TRUE(Lines_starting(timed.printed, " Exceeded").empty());
+    }
+  }
+}
+
+TEST(CliqueFindDirTime, EveryNodeGivenUpLeavesTheWholeGraphAsCore) {
+  IndexLinkMap links;
+  Both_ways(links, {1, 2, 3, 4});
+  auto readings = std::make_shared<int>(0);
+  const Timed_result r = Timed_search(links, 0.5, Racing_clock(readings));
+
+  const std::string header = " Locating dir. cliques, max. allowed time/node=0.500:";
+  std::string expected;
+  const char* percentages[] = {"25.00", "50.00", "75.00", "100.00"};
+  for (NodeIndex v = 1; v <= 4; ++v) {
+    expected += Block(header, " 4 of 4 nodes to do (0.00% done)") +
+                " Exceeded allowed time at node no." + std::to_string(v) + ",\n skipping, " +
+                std::to_string(v) + " out of 4 skipped in a row, (" + percentages[v - 1] + "%)\n";
+  }
+  expected += std::string(59, '_') +
+              "\n The extraction of directed cliques has been found too slow \n at all of the "
+              "remaining nodes.\n" +
+              std::string(43, '_') + "\n Altogether 0 exact directed cliques found.\n";
+  EXPECT_EQ(r.printed, expected);
+  EXPECT_EQ(*readings, 8);  // a start and one check per attempt
+  EXPECT_TRUE(r.cliques.empty());
+  EXPECT_TRUE(r.overlaps.rows.empty());
+  Expect_same_arcs(r.core, links);
+}
+
+TEST(CliqueFindDirTime, CliquesOfGivenUpNodesAreRegisteredOnceWhenNothingHoldsThem) {
+  // 1 -> 2 -> 3 and 1 -> 3 form a directed triangle; 1, 4, 5, 6 a transitive clique; 2, 3, 7, 8
+  // are linked both ways. Leaves 9.. push 2 to 8 behind 1 in the order. Every node but the leaves
+  // is stopped at its first check; 1, 2 and 3 each find {1,2,3} before that.
+  IndexLinkMap core_links = Arcs({{1, 2}, {2, 3}, {1, 3}, {1, 4}, {1, 5}, {1, 6}, {4, 5}, {4, 6},
+                                  {5, 6}});
+  Both_ways(core_links, {2, 3, 7, 8});
+  IndexLinkMap links = core_links;
+  NodeIndex leaf = 9;
+  for (const auto& [node, count] :
+       {std::pair{2, 2}, {3, 2}, {7, 3}, {8, 3}, {4, 3}, {5, 3}, {6, 3}}) {
+    for (int i = 0; i < count; ++i, ++leaf) links[{static_cast<NodeIndex>(node), leaf}] = 1.0;
+  }
+  auto readings = std::make_shared<int>(0);
+  const Timed_result r = Timed_search(links, 0.5, Racing_clock(readings));
+
+  std::vector<std::string> expected;
+  const NodeIndex order[] = {1, 2, 3, 4, 5, 6, 7, 8};
+  const char* percentages[] = {"12.50", "25.00", "37.50", "50.00",
+                               "62.50", "75.00", "87.50", "100.00"};
+  for (int i = 0; i < 8; ++i) {
+    expected.push_back(" skipping, " + std::to_string(i + 1) + " out of 8 skipped in a row, (" +
+                       percentages[i] + "%)");
+  }
+  EXPECT_EQ(Lines_starting(r.printed, " skipping"), expected);
+  std::vector<std::string> nodes;
+  for (const NodeIndex v : order) {
+    nodes.push_back(" Exceeded allowed time at node no." + std::to_string(v) + ",");
+  }
+  EXPECT_EQ(Lines_starting(r.printed, " Exceeded"), nodes);
+
+  EXPECT_EQ(r.cliques, (CliqueList{{1, 2, 3}}));
+  EXPECT_EQ(r.overlaps.rows, (std::vector<OverlapRow>{{{0, 3}}}));
+  EXPECT_EQ(r.vertices.at(1).Inc_neighs_c(), (std::vector<NodeSet>{{2, 3}}));
+  const std::string tail = std::string(43, '_') + "\n Altogether 1 exact directed cliques found.\n";
+  ASSERT_GE(r.printed.size(), tail.size());
+  EXPECT_EQ(r.printed.substr(r.printed.size() - tail.size()), tail);
+  Expect_same_arcs(r.core, core_links);
+}
+
+}  // namespace
+}  // namespace kcp

@@ -1,0 +1,353 @@
+#include "cliques/clique_find.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <initializer_list>
+#include <iostream>
+#include <iterator>
+#include <set>
+#include <sstream>
+#include <string>
+#include <utility>
+
+#include "driver/xerror_msg.h"
+#include "graph/vertex_map.h"
+#include "tests/support/brute_cliques.h"
+#include "tests/support/random_graph.h"
+
+namespace kcp {
+namespace {
+
+using namespace Clique_find_sub_routines;
+
+// Collects what the search prints while it lives.
+class Cout_capture {
+ public:
+  Cout_capture() : old_(std::cout.rdbuf(text_.rdbuf())) {}
+  ~Cout_capture() { std::cout.rdbuf(old_); }
+  std::string Text() const { return text_.str(); }
+
+ private:
+  std::ostringstream text_;
+  std::streambuf* old_;
+};
+
+IndexLinkMap Links(std::initializer_list<std::pair<NodeIndex, NodeIndex>> pairs) {
+  IndexLinkMap links;
+  for (const auto& [a, b] : pairs) links[{a, b}] = 1.0;
+  return links;
+}
+
+struct Search_result {
+  CliqueList cliques;
+  OverlapMatrix overlaps;
+  VtxMap vertices;
+  std::string printed;
+};
+
+Search_result Search(const IndexLinkMap& links, const std::uint32_t& min_shared = 1) {
+  Search_result result;
+  Vtx_map_from_link_map(result.vertices, links);
+  result.overlaps.min_shared = min_shared;
+  Cout_capture capture;
+  Clique_find(result.cliques, result.overlaps, result.vertices);
+  result.printed = capture.Text();
+  return result;
+}
+
+OverlapRow Row(std::initializer_list<std::pair<std::uint32_t, std::uint32_t>> entries) {
+  OverlapRow row;
+  for (const auto& [clique, shared] : entries) row.push_back(Overlap{clique, shared});
+  return row;
+}
+
+std::vector<NodeSet> Sets(std::initializer_list<NodeSet> sets) {
+  return sets;
+}
+
+TEST(CliqueFind, SingleTriangleGivesOneCliqueItsRowAndIncrementalSets) {
+  const Search_result r = Search(Links({{1, 2}, {1, 3}, {2, 3}}));
+  EXPECT_EQ(r.cliques, (CliqueList{{1, 2, 3}}));
+  EXPECT_EQ(r.overlaps.rows, (std::vector<OverlapRow>{Row({{0, 3}})}));
+  EXPECT_EQ(r.vertices.at(1).Inc_neighs_c(), Sets({{2, 3}}));
+  EXPECT_EQ(r.vertices.at(2).Inc_neighs_c(), Sets({{1, 3}}));
+  EXPECT_EQ(r.vertices.at(3).Inc_neighs_c(), Sets({{1, 2}}));
+  // The caller's adjacency is left as it was.
+  EXPECT_EQ(r.vertices.at(1).Neighs_c(), (NodeSet{2, 3}));
+}
+
+TEST(CliqueFind, GraphsWithoutTrianglesGiveNothing) {
+  for (const IndexLinkMap& links :
+       {Links({}), Links({{1, 2}}), Links({{1, 2}, {2, 3}, {3, 4}, {4, 5}}),
+        Links({{1, 2}, {1, 3}, {1, 4}, {1, 5}}), Links({{1, 2}, {2, 3}, {3, 4}, {1, 4}})}) {
+    const Search_result r = Search(links);
+    EXPECT_TRUE(r.cliques.empty());
+    EXPECT_TRUE(r.overlaps.rows.empty());
+    for (const auto& [index, vtx] : r.vertices) EXPECT_TRUE(vtx.Inc_neighs_c().empty());
+  }
+}
+
+TEST(CliqueFind, ClearsEarlierOutputsButKeepsMinShared) {
+  Search_result r;
+  Vtx_map_from_link_map(r.vertices, Links({{1, 2}, {1, 3}, {2, 3}}));
+  r.cliques = {{7, 8, 9}, {4, 5, 6}};
+  r.overlaps.rows = {Row({{0, 3}}), Row({{1, 3}})};
+  r.overlaps.min_shared = 4;
+  Cout_capture capture;
+  Clique_find(r.cliques, r.overlaps, r.vertices);
+  EXPECT_EQ(r.cliques, (CliqueList{{1, 2, 3}}));
+  EXPECT_EQ(r.overlaps.rows, (std::vector<OverlapRow>{Row({{0, 3}})}));
+  EXPECT_EQ(r.overlaps.min_shared, 4u);
+}
+
+TEST(CliqueFind, TwoTrianglesSharingANode) {
+  // Degrees 2, 2, 4, 2, 2: order 1, 2, 4, 5, 3.
+  const Search_result r = Search(Links({{1, 2}, {1, 3}, {2, 3}, {3, 4}, {3, 5}, {4, 5}}));
+  EXPECT_EQ(r.cliques, (CliqueList{{1, 2, 3}, {3, 4, 5}}));
+  EXPECT_EQ(r.overlaps.rows,
+            (std::vector<OverlapRow>{Row({{0, 3}, {1, 1}}), Row({{0, 1}, {1, 3}})}));
+  EXPECT_EQ(r.vertices.at(3).Inc_neighs_c(), Sets({{1, 2}, {4, 5}}));
+
+  // A pair sharing fewer nodes than min_shared is left out; the diagonal stays.
+  const Search_result two = Search(Links({{1, 2}, {1, 3}, {2, 3}, {3, 4}, {3, 5}, {4, 5}}), 2);
+  EXPECT_EQ(two.overlaps.rows, (std::vector<OverlapRow>{Row({{0, 3}}), Row({{1, 3}})}));
+}
+
+TEST(CliqueFind, CompleteGraphGivesOnlyItself) {
+  IndexLinkMap links;
+  for (NodeIndex i = 1; i <= 5; ++i) {
+    for (NodeIndex j = i + 1; j <= 5; ++j) links[{i, j}] = 1.0;
+  }
+  const Search_result r = Search(links);
+  EXPECT_EQ(r.cliques, (CliqueList{{1, 2, 3, 4, 5}}));
+  EXPECT_EQ(r.overlaps.rows, (std::vector<OverlapRow>{Row({{0, 5}})}));
+  EXPECT_EQ(r.vertices.at(4).Inc_neighs_c(), Sets({{1, 2, 3, 5}}));
+}
+
+TEST(CliqueFind, LowDegreeNodesAreProcessedFirst) {
+  // Triangle 1-2-3 whose nodes carry a pendant each (degree 3) and triangle 4-5-6 (degree 2):
+  // 4-5-6 comes first although its indices are larger.
+  const Search_result r =
+      Search(Links({{1, 2}, {1, 3}, {2, 3}, {1, 7}, {2, 8}, {3, 9}, {4, 5}, {4, 6}, {5, 6}}));
+  EXPECT_EQ(r.cliques, (CliqueList{{4, 5, 6}, {1, 2, 3}}));
+  EXPECT_EQ(r.overlaps.rows, (std::vector<OverlapRow>{Row({{0, 3}}), Row({{1, 3}})}));
+}
+
+TEST(CliqueFind, NumberingFollowsNodeOrderThenDepthFirstOrder) {
+  // Cliques {1,2,3,4}, {4,5,6}, {1,6,7}, {1,4,6}. Degrees: 1:5 2:3 3:3 4:5 5:2 6:4 7:2, so
+  // the nodes go 5, 7, 2, 3, 6, 1, 4: node 5 finds {4,5,6}, node 7 {1,6,7}, node 2 {1,2,3,4},
+  // node 3 nothing new, node 6 {1,4,6}.
+  const Search_result r = Search(Links({{1, 2},
+                                        {1, 3},
+                                        {1, 4},
+                                        {2, 3},
+                                        {2, 4},
+                                        {3, 4},
+                                        {4, 5},
+                                        {4, 6},
+                                        {5, 6},
+                                        {6, 7},
+                                        {1, 7},
+                                        {1, 6}}));
+  EXPECT_EQ(r.cliques, (CliqueList{{4, 5, 6}, {1, 6, 7}, {1, 2, 3, 4}, {1, 4, 6}}));
+  EXPECT_EQ(r.overlaps.rows, (std::vector<OverlapRow>{
+                                 Row({{0, 3}, {1, 1}, {2, 1}, {3, 2}}),
+                                 Row({{0, 1}, {1, 3}, {2, 1}, {3, 2}}),
+                                 Row({{0, 1}, {1, 1}, {2, 4}, {3, 2}}),
+                                 Row({{0, 2}, {1, 2}, {2, 2}, {3, 3}}),
+                             }));
+  // Each member keeps one set per clique holding it, in the order of registration.
+  EXPECT_EQ(r.vertices.at(1).Inc_neighs_c(), Sets({{6, 7}, {2, 3, 4}, {4, 6}}));
+  EXPECT_EQ(r.vertices.at(4).Inc_neighs_c(), Sets({{5, 6}, {1, 2, 3}, {1, 6}}));
+  EXPECT_EQ(r.vertices.at(6).Inc_neighs_c(), Sets({{4, 5}, {1, 7}, {1, 4}}));
+  EXPECT_EQ(r.vertices.at(2).Inc_neighs_c(), Sets({{1, 3, 4}}));
+  EXPECT_EQ(r.vertices.at(5).Inc_neighs_c(), Sets({{4, 6}}));
+
+  const Search_result two = Search(Links({{1, 2},
+                                          {1, 3},
+                                          {1, 4},
+                                          {2, 3},
+                                          {2, 4},
+                                          {3, 4},
+                                          {4, 5},
+                                          {4, 6},
+                                          {5, 6},
+                                          {6, 7},
+                                          {1, 7},
+                                          {1, 6}}),
+                                   2);
+  EXPECT_EQ(two.overlaps.rows, (std::vector<OverlapRow>{
+                                   Row({{0, 3}, {3, 2}}),
+                                   Row({{1, 3}, {3, 2}}),
+                                   Row({{2, 4}, {3, 2}}),
+                                   Row({{0, 2}, {1, 2}, {2, 2}, {3, 3}}),
+                               }));
+}
+
+TEST(CliqueFind, CliquesOfOneNodeComeInDepthFirstOrder) {
+  // Node 9 (degree 6, the smallest) lies in {3,4,9}, {1,2,9}, {2,5,6,9}; the links among its
+  // neighbours each carry pendants so that 9 is searched first.
+  IndexLinkMap links = Links(
+      {{9, 1}, {9, 2}, {9, 3}, {9, 4}, {9, 5}, {9, 6}, {3, 4}, {1, 2}, {2, 5}, {2, 6}, {5, 6}});
+  NodeIndex pendant = 20;
+  for (NodeIndex n = 1; n <= 6; ++n) {
+    for (int k = 0; k < 6; ++k) links[{n, pendant++}] = 1.0;
+  }
+  const Search_result r = Search(links);
+  EXPECT_EQ(r.cliques, (CliqueList{{1, 2, 9}, {2, 5, 6, 9}, {3, 4, 9}}));
+}
+
+TEST(CliqueFind, NodeWithTwoUnlinkedNeighboursGivesNothing) {
+  // 2's neighbours 1 and 3 are not linked; the triangle 3-4-5 is found from 4.
+  const Search_result r = Search(Links({{1, 2}, {2, 3}, {3, 4}, {3, 5}, {4, 5}}));
+  EXPECT_EQ(r.cliques, (CliqueList{{3, 4, 5}}));
+}
+
+TEST(CliqueFind, PrintsSortingLinesABlockBeforeEveryNodeAndTheTotal) {
+  const Search_result r = Search(Links({{1, 2}, {1, 3}, {2, 3}}));
+  const std::string bar(18, '_');
+  EXPECT_EQ(r.printed, " Sorting the nodes...\n done.\n" + bar +
+                           "\n Locating cliques:\n 3 of 3 nodes to do (0.00% done)\n" + bar +
+                           "\n Locating cliques:\n 2 of 3 nodes to do (33.33% done)\n" + bar +
+                           "\n Locating cliques:\n 1 of 3 nodes to do (66.67% done)\n" +
+                           std::string(28, '_') + "\n Altogether 1 cliques found.\n");
+
+  const Search_result empty = Search(Links({}));
+  EXPECT_EQ(empty.printed, " Sorting the nodes...\n done.\n" + std::string(28, '_') +
+                               "\n Altogether 0 cliques found.\n");
+}
+
+TEST(CliqueFind, AgreesWithBruteForceOnRandomGraphs) {
+  const double densities[] = {0.15, 0.3, 0.5, 0.7, 0.9};
+  std::uint32_t seed = 1;
+  for (const double p : densities) {
+    for (int round = 0; round < 60; ++round, ++seed) {
+      const std::uint32_t n = 4 + seed % 11;
+      const IndexLinkMap links = testing::Random_undirected_links(n, p, seed);
+      const Search_result r = Search(links);
+      const std::set<NodeList> found(r.cliques.begin(), r.cliques.end());
+      ASSERT_EQ(found.size(), r.cliques.size()) << "a clique was listed twice, seed " << seed;
+      ASSERT_EQ(found, testing::Brute_maximal_cliques(links))
+          << "n " << n << " p " << p << " seed " << seed;
+      // The matrix holds the size on the diagonal and every non-empty intersection on both
+      // sides, and nothing else.
+      ASSERT_EQ(r.overlaps.rows.size(), r.cliques.size());
+      for (std::size_t i = 0; i < r.cliques.size(); ++i) {
+        OverlapRow expected;
+        for (std::size_t j = 0; j < r.cliques.size(); ++j) {
+          NodeList shared;
+          std::set_intersection(r.cliques[i].begin(), r.cliques[i].end(), r.cliques[j].begin(),
+                                r.cliques[j].end(), std::back_inserter(shared));
+          if (!shared.empty()) {
+            expected.push_back(
+                Overlap{static_cast<std::uint32_t>(j), static_cast<std::uint32_t>(shared.size())});
+          }
+        }
+        ASSERT_EQ(r.overlaps.rows[i], expected) << "row " << i << " seed " << seed;
+      }
+      // Every node's incremental sets are the cliques holding it, in list order.
+      for (const auto& [node, vtx] : r.vertices) {
+        std::vector<NodeSet> expected;
+        for (const Clique& clique : r.cliques) {
+          if (std::find(clique.begin(), clique.end(), node) == clique.end()) continue;
+          NodeSet others(clique.begin(), clique.end());
+          others.erase(node);
+          expected.push_back(others);
+        }
+        ASSERT_EQ(vtx.Inc_neighs_c(), expected) << "node " << node << " seed " << seed;
+      }
+    }
+  }
+}
+
+TEST(CliqueFind, LargeCliqueRunsWithoutDeepRecursion) {
+  // 2,050 nodes all linked with each other, plus a triangle hanging off node 1 through 9001.
+  const NodeIndex n = 2050;
+  VtxMap vertices;
+  for (NodeIndex i = 1; i <= n; ++i) {
+    NodeSet neighs;
+    for (NodeIndex j = 1; j <= n; ++j) {
+      if (j != i) neighs.insert(neighs.end(), j);
+    }
+    vertices.emplace(i, Vtx(i, neighs));
+  }
+  vertices.at(1).Add_neigh(9001);
+  vertices.at(1).Add_neigh(9002);
+  vertices.emplace(9001, Vtx(9001, NodeSet{1, 9002}));
+  vertices.emplace(9002, Vtx(9002, NodeSet{1, 9001}));
+
+  CliqueList cliques;
+  OverlapMatrix overlaps;
+  {
+    Cout_capture capture;
+    Clique_find(cliques, overlaps, vertices);
+  }
+  ASSERT_EQ(cliques.size(), 2u);
+  EXPECT_EQ(cliques[0], (Clique{1, 9001, 9002}));
+  ASSERT_EQ(cliques[1].size(), n);
+  EXPECT_EQ(cliques[1].front(), 1u);
+  EXPECT_EQ(cliques[1].back(), n);
+  EXPECT_EQ(overlaps.rows[1], Row({{0, 1}, {1, n}}));
+  EXPECT_EQ(vertices.at(1).Inc_neighs_c().size(), 2u);
+  EXPECT_EQ(vertices.at(1000).Inc_neighs_c().size(), 1u);
+  EXPECT_EQ(vertices.at(1000).Inc_neighs_c()[0].size(), n - 1);
+}
+
+TEST(CliqueFind, TightenKeepsCommonCandidatesOutsideC) {
+  EXPECT_EQ(Tighten(NodeSet{1, 2, 3, 5, 8}, NodeSet{2, 3, 4, 5, 9}, NodeSet{3}), (NodeSet{2, 5}));
+  EXPECT_EQ(Tighten(NodeSet{1, 2}, NodeSet{}, NodeSet{}), NodeSet{});
+  const NodeList B{2, 3, 4, 5, 9};
+  const NodeList C{3};
+  EXPECT_EQ(Tighten(NodeSet{1, 2, 3, 5, 8}, B, C), (NodeList{2, 5}));
+  // A long neighbour set against few candidates.
+  NodeSet many;
+  for (NodeIndex i = 1; i <= 200; i += 2) many.insert(i);
+  const NodeList few{3, 4, 101, 199, 300};
+  const NodeList none;
+  EXPECT_EQ(Tighten(many, few, none), (NodeList{3, 101, 199}));
+}
+
+TEST(CliqueFind, MehetTovabbIsFalseOnlyForSubsetsOfAKnownSet) {
+  const std::vector<NodeSet> sets{{1, 2, 3}, {2, 4, 6, 8}};
+  EXPECT_FALSE(Mehet_tovabb(sets, NodeSet{1, 2, 3}));
+  EXPECT_FALSE(Mehet_tovabb(sets, NodeSet{4, 8}));
+  EXPECT_FALSE(Mehet_tovabb(sets, NodeSet{}));
+  EXPECT_TRUE(Mehet_tovabb(sets, NodeSet{1, 4}));
+  EXPECT_TRUE(Mehet_tovabb(sets, NodeSet{1, 2, 3, 4}));
+  EXPECT_TRUE(Mehet_tovabb(std::vector<NodeSet>{}, NodeSet{}));
+
+  KnownCliques lists{{1, 2, 3}, {2, 4, 6, 8}};
+  for (NodeIndex i = 100; i < 200; ++i) lists[1].push_back(i);
+  EXPECT_FALSE(Mehet_tovabb(lists, NodeList{2, 8, 150}));
+  EXPECT_TRUE(Mehet_tovabb(lists, NodeList{2, 8, 250}));
+  EXPECT_FALSE(Mehet_tovabb(lists, NodeList{4, 6}, NodeList{2, 199}));
+  EXPECT_TRUE(Mehet_tovabb(lists, NodeList{1, 2}, NodeList{4}));
+  EXPECT_TRUE(Mehet_tovabb(KnownCliques{}, NodeList{}));
+}
+
+TEST(CliqueFind, KnownCliquesPutTheNodeBackIntoEachSet) {
+  Vtx record(5, NodeSet{1, 2, 7, 9});
+  record.Add_inc_neigh(0, 7);
+  record.Add_inc_neigh(0, 9);
+  record.Add_inc_neigh(1, 1);
+  record.Add_inc_neigh(1, 7);
+  record.Add_inc_neigh(2, 1);
+  record.Add_inc_neigh(2, 2);
+  EXPECT_EQ(Known_cliques_of(record), (KnownCliques{{5, 7, 9}, {1, 5, 7}, {1, 2, 5}}));
+}
+
+TEST(CliqueFind, AdjustIncNeighsRefusesAMissingMember) {
+  VtxMap vertices;
+  vertices.emplace(1, Vtx(1, NodeSet{2}));
+  try {
+    Adjust_inc_neighs(vertices, NodeList{1, 2});
+    FAIL() << "no error for a member without a record";
+  } catch (const Xerror_msg& error) {
+    EXPECT_EQ(std::string(error.what()),
+              "ERROR: Adjust_inc_neighs() : clique member 2 has no vertex record.");
+  }
+}
+
+}  // namespace
+}  // namespace kcp

@@ -1,0 +1,256 @@
+#include "cliques/clique_find_time.h"
+
+#include <gtest/gtest.h>
+
+#include <initializer_list>
+#include <memory>
+#include <set>
+#include <sstream>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "cliques/clique_find.h"
+#include "graph/vertex_map.h"
+#include "tests/cli/cout_capture.h"
+#include "tests/support/random_graph.h"
+
+namespace kcp {
+namespace {
+
+using namespace Clique_find_time_sub_routines;
+
+// A processor clock that gains one second (1e6 ticks) at every reading except the listed ones
+// (counted from 1), where it stands still. Every check after a node's start time thus finds the
+// limit of 0.5 s exceeded unless the check is a listed reading.
+struct Clock_script {
+  std::set<int> still;
+  int readings = 0;
+  std::clock_t ticks = 0;
+};
+
+ProcessorClock Racing_clock(const std::shared_ptr<Clock_script>& script) {
+  return [script]() {
+    ++script->readings;
+    if (script->still.count(script->readings) == 0) script->ticks += 1000000;
+    return script->ticks;
+  };
+}
+
+// A clock that never moves: no attempt ever takes time.
+std::clock_t Stopped_clock() { return 12345; }
+
+IndexLinkMap Links(std::initializer_list<std::pair<NodeIndex, NodeIndex>> pairs) {
+  IndexLinkMap links;
+  for (const auto& [a, b] : pairs) links[{std::min(a, b), std::max(a, b)}] = 1.0;
+  return links;
+}
+
+struct Timed_result {
+  CliqueList cliques;
+  OverlapMatrix overlaps;
+  VtxMap vertices;
+  VtxMap core;
+  std::string printed;
+};
+
+Timed_result Timed_search(const IndexLinkMap& links, const double& max_time,
+                          const ProcessorClock& clock) {
+  Timed_result r;
+  Vtx_map_from_link_map(r.vertices, links);
+  r.core[99] = Vtx(99);  // replaced by the search
+  testing::Cout_capture capture;
+  Clique_find_part_time(r.cliques, r.overlaps, r.vertices, r.core, max_time, clock);
+  r.printed = capture.text();
+  return r;
+}
+
+std::vector<std::string> Lines_starting(const std::string& text,
+                                        std::initializer_list<std::string> starts) {
+  std::vector<std::string> lines;
+  std::istringstream in(text);
+  for (std::string line; std::getline(in, line);) {
+    for (const std::string& start : starts) {
+      if (line.rfind(start, 0) == 0) lines.push_back(line);
+    }
+  }
+  return lines;
+}
+
+std::string Block(const std::string& header, const std::string& count_line) {
+  return std::string(header.size(), '_') + "\n" + header + "\n" + count_line + "\n";
+}
+
+TEST(CliqueFindTime, ProcessorSecondsAndTheStrictLimit) {
+  std::clock_t ticks = 2500000;
+  const ProcessorClock clock = [&ticks]() { return ticks; };
+  EXPECT_DOUBLE_EQ(Processor_seconds(clock), 2.5);
+  ticks = 500000;
+  EXPECT_FALSE(Time_exceeded(0.0L, 0.5, clock));
+  ticks = 500001;
+  EXPECT_TRUE(Time_exceeded(0.0L, 0.5, clock));
+  ticks = 3000000;
+  EXPECT_FALSE(Time_exceeded(2.5L, 0.5, clock));
+  EXPECT_EQ(Time_limited_header(" Locating cliques, max. allowed time/node=", 0.25),
+            " Locating cliques, max. allowed time/node=0.250:");
+  EXPECT_EQ(Time_limited_header("x", 12.0), "x12.000:");
+}
+
+TEST(CliqueFindTime, LimitNoNodeReachesGivesTheExactResultAndTheNote) {
+  const Timed_result r = Timed_search(Links({{1, 2}, {1, 3}, {2, 3}}), 0.25, Stopped_clock);
+  const std::string header = " Locating cliques, max. allowed time/node=0.250:";
+  EXPECT_EQ(r.printed, Block(header, " 3 of 3 nodes to do (0.00% done)") +
+                           Block(header, " 2 of 3 nodes to do (33.33% done)") +
+                           Block(header, " 1 of 3 nodes to do (66.67% done)") +
+                           std::string(28, '_') +
+                           "\n Altogether 1 cliques found.\n no approximation was needed\n");
+  EXPECT_EQ(r.cliques, (CliqueList{{1, 2, 3}}));
+  EXPECT_TRUE(r.core.empty());
+
+  // A limit of 0 is not exceeded by a time of exactly 0.
+  std::uint32_t seed = 300;
+  for (const double p : {0.3, 0.6, 0.9}) {
+    for (int round = 0; round < 25; ++round, ++seed) {
+      const IndexLinkMap links = testing::Random_undirected_links(5 + seed % 10, p, seed);
+      const Timed_result timed = Timed_search(links, 0.0, Stopped_clock);
+      Timed_result exact;
+      Vtx_map_from_link_map(exact.vertices, links);
+      {
+        testing::Cout_capture quiet;
+        Clique_find(exact.cliques, exact.overlaps, exact.vertices);
+      }
+      ASSERT_EQ(timed.cliques, exact.cliques) << "seed " << seed;
+      ASSERT_EQ(timed.overlaps.rows, exact.overlaps.rows) << "seed " << seed;
+      for (const auto& [node, vtx] : exact.vertices) {
+        ASSERT_EQ(timed.vertices.at(node).Inc_neighs_c(), vtx.Inc_neighs_c()) << "seed " << seed;
+      }
+      ASSERT_TRUE(timed.core.empty());
+      ASSERT_EQ(Lines_starting(timed.printed, {" Exceeded", " no approximation"}),
+                std::vector<std::string>{" no approximation was needed"});
+    }
+  }
+}
+
+TEST(CliqueFindTime, EveryNodeGivenUpLeavesTheWholeGraphAsCore) {
+  // Each node of a complete graph on four nodes needs one extension beyond its first pair.
+  const IndexLinkMap links = Links({{1, 2}, {1, 3}, {1, 4}, {2, 3}, {2, 4}, {3, 4}});
+  auto script = std::make_shared<Clock_script>();
+  const Timed_result r = Timed_search(links, 0.5, Racing_clock(script));
+
+  const std::string header = " Locating cliques, max. allowed time/node=0.500:";
+  std::string expected;
+  const char* percentages[] = {"25.00", "50.00", "75.00", "100.00"};
+  for (NodeIndex v = 1; v <= 4; ++v) {
+    expected += Block(header, " 4 of 4 nodes to do (0.00% done)") +
+                " Exceeded allowed time at node no." + std::to_string(v) + ",\n skipping, " +
+                std::to_string(v) + " out of 4 skipped in a row, (" + percentages[v - 1] + "%)\n";
+  }
+  expected += std::string(50, '_') +
+              "\n The extraction of cliques has been found too slow \n at all of the remaining "
+              "nodes.\n" +
+              std::string(34, '_') + "\n Altogether 0 exact cliques found.\n";
+  EXPECT_EQ(r.printed, expected);
+  EXPECT_EQ(script->readings, 8);  // a start and one check per attempt
+  EXPECT_TRUE(r.cliques.empty());
+  EXPECT_TRUE(r.overlaps.rows.empty());
+  ASSERT_EQ(r.core.size(), 4u);
+  for (const auto& [node, vtx] : r.vertices) {
+    EXPECT_EQ(r.core.at(node).Neighs_c(), vtx.Neighs_c());
+    EXPECT_TRUE(vtx.Inc_neighs_c().empty());
+  }
+}
+
+// Nodes 1, 2, 3 form a triangle, 1, 4, 5, 6 and 7, 8, 9, 10 complete graphs; leaves 11.. give
+// 2 to 6 more links than 1, so 1 comes right after the leaves and 7 to 10.
+IndexLinkMap Requeue_graph() {
+  IndexLinkMap links = Links({{1, 2}, {1, 3}, {2, 3}, {1, 4}, {1, 5}, {1, 6}, {4, 5}, {4, 6},
+                              {5, 6}, {7, 8}, {7, 9}, {7, 10}, {8, 9}, {8, 10}, {9, 10}});
+  NodeIndex leaf = 11;
+  for (const auto& [node, count] : {std::pair{2, 4}, {3, 4}, {4, 3}, {5, 3}, {6, 3}}) {
+    for (int i = 0; i < count; ++i, ++leaf) links[{static_cast<NodeIndex>(node), leaf}] = 1.0;
+  }
+  return links;
+}
+
+TEST(CliqueFindTime, GivenUpNodesAreRetriedAndPendingCliquesFoundAgainAreNotRepeated) {
+  // Readings 1-17: the leaves. 18-25: 7 to 10 each start and are stopped at their first check.
+  // 26-27: node 1 finds {1,2,3} without a check, then is stopped in {1,4,5,6}. 28, 29: 2 finds
+  // {1,2,3}, 3 nothing. 30-31: 4 passes its check (31 stands still) and finds {1,4,5,6}.
+  auto script = std::make_shared<Clock_script>();
+  script->still = {31};
+  const Timed_result r = Timed_search(Requeue_graph(), 0.5, Racing_clock(script));
+
+  EXPECT_EQ(Lines_starting(r.printed, {" Exceeded", " skipping", " The extraction", " at all"}),
+            (std::vector<std::string>{
+                " Exceeded allowed time at node no.7,",
+                " skipping, 1 out of 10 skipped in a row, (10.00%)",
+                " Exceeded allowed time at node no.8,",
+                " skipping, 2 out of 10 skipped in a row, (20.00%)",
+                " Exceeded allowed time at node no.9,",
+                " skipping, 3 out of 10 skipped in a row, (30.00%)",
+                " Exceeded allowed time at node no.10,",
+                " skipping, 4 out of 10 skipped in a row, (40.00%)",
+                " Exceeded allowed time at node no.1,",
+                " skipping, 5 out of 10 skipped in a row, (50.00%)",
+                " Exceeded allowed time at node no.7,",
+                " skipping, 1 out of 5 skipped in a row, (20.00%)",
+                " Exceeded allowed time at node no.8,",
+                " skipping, 2 out of 5 skipped in a row, (40.00%)",
+                " Exceeded allowed time at node no.9,",
+                " skipping, 3 out of 5 skipped in a row, (60.00%)",
+                " Exceeded allowed time at node no.10,",
+                " skipping, 4 out of 5 skipped in a row, (80.00%)",
+                " Exceeded allowed time at node no.7,",
+                " skipping, 1 out of 4 skipped in a row, (25.00%)",
+                " Exceeded allowed time at node no.8,",
+                " skipping, 2 out of 4 skipped in a row, (50.00%)",
+                " Exceeded allowed time at node no.9,",
+                " skipping, 3 out of 4 skipped in a row, (75.00%)",
+                " Exceeded allowed time at node no.10,",
+                " skipping, 4 out of 4 skipped in a row, (100.00%)",
+                " The extraction of cliques has been found too slow ",
+                " at all of the remaining nodes.",
+            }));
+  // The pending {1,2,3} lies in the clique 2 found later and is not registered again.
+  EXPECT_EQ(r.cliques, (CliqueList{{1, 2, 3}, {1, 4, 5, 6}}));
+  EXPECT_EQ(r.overlaps.rows, (std::vector<OverlapRow>{{{0, 3}, {1, 1}}, {{0, 1}, {1, 4}}}));
+  const std::string tail = std::string(34, '_') + "\n Altogether 2 exact cliques found.\n";
+  ASSERT_GE(r.printed.size(), tail.size());
+  EXPECT_EQ(r.printed.substr(r.printed.size() - tail.size()), tail);
+
+  VtxMap expected_core;
+  Vtx_map_from_link_map(expected_core, Links({{7, 8}, {7, 9}, {7, 10}, {8, 9}, {8, 10}, {9, 10}}));
+  ASSERT_EQ(r.core.size(), 4u);
+  for (const auto& [node, vtx] : expected_core) {
+    EXPECT_EQ(r.core.at(node).Neighs_c(), vtx.Neighs_c()) << "node " << node;
+  }
+  // The caller's map keeps every node and learns only the registered cliques.
+  EXPECT_EQ(r.vertices.size(), 27u);
+  EXPECT_EQ(r.vertices.at(1).Inc_neighs_c(), (std::vector<NodeSet>{{2, 3}, {4, 5, 6}}));
+  EXPECT_TRUE(r.vertices.at(7).Inc_neighs_c().empty());
+}
+
+TEST(CliqueFindTime, PendingCliquesHeldByNoCliqueAreRegisteredInTheirOrder) {
+  IndexLinkMap complete;
+  for (NodeIndex a = 1; a <= 9; ++a) {
+    for (NodeIndex b = a + 1; b <= 9; ++b) complete[{a, b}] = 1.0;
+  }
+  VtxMap vertices;
+  Vtx_map_from_link_map(vertices, complete);
+  CliqueList cliques;
+  OverlapMatrix overlaps;
+  NodeCliqueMap node_cliques;
+  Clique_find_sub_routines::Iktatjuk_az_uj_math_cliquet(cliques, NodeList{1, 2, 3, 9}, vertices,
+                                                        overlaps, node_cliques);
+  // {1,3} is held by {1,2,3,9}; {2,3,4} by nothing; {2,4} only by {2,3,4}, registered just before
+  // it; {5,6,7} by nothing.
+  const PendingCliques pending{{1, 3}, {2, 3, 4}, {2, 4}, {5, 6, 7}};
+  Register_pending(pending, cliques, vertices, overlaps, node_cliques);
+  EXPECT_EQ(cliques, (CliqueList{{1, 2, 3, 9}, {2, 3, 4}, {5, 6, 7}}));
+  EXPECT_EQ(overlaps.rows,
+            (std::vector<OverlapRow>{{{0, 4}, {1, 2}}, {{0, 2}, {1, 3}}, {{2, 3}}}));
+  EXPECT_EQ(vertices.at(4).Inc_neighs_c(), (std::vector<NodeSet>{{2, 3}}));
+}
+
+}  // namespace
+}  // namespace kcp

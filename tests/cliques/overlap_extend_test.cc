@@ -1,0 +1,125 @@
+#include "cliques/overlap_extend.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <iterator>
+#include <random>
+
+namespace kcp {
+namespace {
+
+TEST(OverlapExtend, WithoutApproximateCliquesNothingChanges) {
+  OverlapMatrix overlaps{{{{0, 3}, {1, 1}}, {{0, 1}, {1, 3}}, {{2, 4}}}, 1};
+  const OverlapMatrix before = overlaps;
+  Extend_ovlp_matr(overlaps, {{1, 2, 3}, {3, 4, 5}}, 2);
+  EXPECT_EQ(overlaps.rows, before.rows);
+}
+
+TEST(OverlapExtend, DisjointApproximateCliqueGetsOnlyItsSize) {
+  OverlapMatrix overlaps{{{{0, 3}}}, 1};
+  Extend_ovlp_matr(overlaps, {{1, 2, 3}, {7, 8}}, 1);
+  EXPECT_EQ(overlaps.rows, (std::vector<OverlapRow>{{{0, 3}}, {{1, 2}}}));
+}
+
+TEST(OverlapExtend, PairsAreWrittenOnBothSidesInCliqueOrder) {
+  OverlapMatrix overlaps{{{{0, 3}, {1, 1}}, {{0, 1}, {1, 3}}}, 1};
+  const CliqueList cliques{{1, 2, 3}, {3, 4, 5}, {2, 3, 4, 5, 6}, {4, 5, 6, 7}, {1, 9}};
+  Extend_ovlp_matr(overlaps, cliques, 2);
+  EXPECT_EQ(overlaps.rows, (std::vector<OverlapRow>{
+                               {{0, 3}, {1, 1}, {2, 2}, {4, 1}},
+                               {{0, 1}, {1, 3}, {2, 3}, {3, 2}},
+                               {{0, 2}, {1, 3}, {2, 5}, {3, 3}},
+                               {{1, 2}, {2, 3}, {3, 4}},
+                               {{0, 1}, {4, 2}},
+                           }));
+}
+
+TEST(OverlapExtend, PairsBelowMinSharedAreLeftOutButTheDiagonalStays) {
+  OverlapMatrix overlaps{{{{0, 3}}}, 2};
+  Extend_ovlp_matr(overlaps, {{1, 2, 3}, {3, 4, 5}, {4}, {1, 2, 4}}, 1);
+  EXPECT_EQ(overlaps.min_shared, 2u);
+  EXPECT_EQ(overlaps.rows, (std::vector<OverlapRow>{
+                               {{0, 3}, {3, 2}},
+                               {{1, 3}},
+                               {{2, 1}},
+                               {{0, 2}, {3, 3}},
+                           }));
+}
+
+TEST(OverlapExtend, KeepsTheRowsOfDroppedExactCliques) {
+  // The exact search found {1,2,3}, {3,4,5}, {5,6,7}; the approximate {3,4,5,6,8} replaced the
+  // second, so the list is shorter than the matrix and row 2 is the old row of {5,6,7}.
+  OverlapMatrix overlaps{{{{0, 3}, {1, 1}}, {{0, 1}, {1, 3}, {2, 1}}, {{1, 1}, {2, 3}}}, 1};
+  Extend_ovlp_matr(overlaps, {{1, 2, 3}, {5, 6, 7}, {3, 4, 5, 6, 8}}, 2);
+  EXPECT_EQ(overlaps.rows, (std::vector<OverlapRow>{
+                               {{0, 3}, {1, 1}, {2, 1}},
+                               {{0, 1}, {1, 3}, {2, 2}},
+                               {{0, 1}, {1, 2}, {2, 5}},
+                               {},
+                           }));
+}
+
+TEST(OverlapExtend, MatrixWithTooFewRowsGetsARowPerClique) {
+  OverlapMatrix overlaps;
+  Extend_ovlp_matr(overlaps, {{1, 2, 3}, {2, 3}}, 1);
+  EXPECT_EQ(overlaps.rows, (std::vector<OverlapRow>{{{1, 2}}, {{0, 2}, {1, 2}}}));
+}
+
+// The loops as described, each pair intersected directly.
+void Reference_extend(OverlapMatrix& overlaps, const CliqueList& cliques, std::uint32_t n_exact) {
+  const std::uint32_t count = static_cast<std::uint32_t>(cliques.size());
+  overlaps.rows.resize(overlaps.rows.size() + (count - n_exact));
+  auto set = [&](std::uint32_t r, std::uint32_t c, std::uint32_t v) {
+    OverlapRow& row = overlaps.rows[r];
+    auto at = std::find_if(row.begin(), row.end(), [&](const Overlap& o) { return o.clique >= c; });
+    if (at != row.end() && at->clique == c) {
+      at->shared = v;
+    } else {
+      row.insert(at, {c, v});
+    }
+  };
+  auto pair = [&](std::uint32_t i, std::uint32_t j) {
+    Clique common;
+    std::set_intersection(cliques[i].begin(), cliques[i].end(), cliques[j].begin(),
+                          cliques[j].end(), std::back_inserter(common));
+    if (!common.empty() && common.size() >= overlaps.min_shared) {
+      set(j, i, common.size());
+      set(i, j, common.size());
+    }
+  };
+  for (std::uint32_t i = n_exact; i < count; ++i) {
+    for (std::uint32_t j = 0; j < n_exact; ++j) pair(i, j);
+    set(i, i, cliques[i].size());
+    for (std::uint32_t j = i + 1; j < count; ++j) pair(i, j);
+  }
+}
+
+TEST(OverlapExtend, AgreesWithPlainLoopsOnRandomLists) {
+  std::mt19937 random(11);
+  for (int round = 0; round < 300; ++round) {
+    CliqueList cliques(1 + random() % 12);
+    for (Clique& c : cliques) {
+      for (NodeIndex n = 1; n <= 10; ++n) {
+        if (random() % 3 == 0) c.push_back(n);
+      }
+    }
+    const std::uint32_t n_exact = random() % (cliques.size() + 1);
+    OverlapMatrix overlaps;
+    overlaps.min_shared = random() % 4;
+    // Stale rows from a longer exact list, holding entries the loops must overwrite or keep.
+    overlaps.rows.resize(n_exact + random() % 3);
+    for (std::size_t r = 0; r < overlaps.rows.size(); ++r) {
+      for (std::uint32_t c = 0; c < 14; ++c) {
+        if (random() % 3 == 0) overlaps.rows[r].push_back({c, 100 + c});
+      }
+    }
+    OverlapMatrix expected = overlaps;
+    Reference_extend(expected, cliques, n_exact);
+    Extend_ovlp_matr(overlaps, cliques, n_exact);
+    EXPECT_EQ(overlaps.rows, expected.rows) << "round " << round;
+  }
+}
+
+}  // namespace
+}  // namespace kcp

@@ -1,0 +1,75 @@
+// Test helpers for the file-system tests: a console session that feeds a fixed text to std::cin
+// and captures std::cout while it lives, a guard that restores the working directory, and a
+// stat-based type check independent of the module under test.
+#pragma once
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <iostream>
+#include <iterator>
+#include <sstream>
+#include <string>
+
+namespace kcp::testing {
+
+class Console_session {
+ public:
+  explicit Console_session(const std::string& input)
+      : in_(input), old_in_(std::cin.rdbuf(in_.rdbuf())), old_out_(std::cout.rdbuf(out_.rdbuf())) {
+    std::cin.clear();
+  }
+  ~Console_session() {
+    std::cin.rdbuf(old_in_);
+    std::cout.rdbuf(old_out_);
+    std::cin.clear();
+  }
+  Console_session(const Console_session&) = delete;
+  Console_session& operator=(const Console_session&) = delete;
+
+  std::string Output() const { return out_.str(); }
+  // What the code under test left unread.
+  std::string Unread() {
+    return std::string(std::istreambuf_iterator<char>(in_.rdbuf()),
+                       std::istreambuf_iterator<char>());
+  }
+
+ private:
+  std::istringstream in_;
+  std::ostringstream out_;
+  std::streambuf* old_in_;
+  std::streambuf* old_out_;
+};
+
+class Cwd_guard {
+ public:
+  Cwd_guard() {
+    char buffer[10000];
+    if (getcwd(buffer, sizeof buffer) != nullptr) saved_ = buffer;
+  }
+  ~Cwd_guard() {
+    if (!saved_.empty() && chdir(saved_.c_str()) != 0) std::cerr << "cannot restore cwd\n";
+  }
+  Cwd_guard(const Cwd_guard&) = delete;
+  Cwd_guard& operator=(const Cwd_guard&) = delete;
+
+ private:
+  std::string saved_;
+};
+
+inline bool Is_dir(const std::string& path) {
+  struct stat info;
+  return lstat(path.c_str(), &info) == 0 && S_ISDIR(info.st_mode);
+}
+
+inline bool Is_regular(const std::string& path) {
+  struct stat info;
+  return lstat(path.c_str(), &info) == 0 && S_ISREG(info.st_mode);
+}
+
+inline bool Exists(const std::string& path) {
+  struct stat info;
+  return lstat(path.c_str(), &info) == 0;
+}
+
+}  // namespace kcp::testing

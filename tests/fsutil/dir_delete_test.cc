@@ -1,0 +1,117 @@
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <string>
+
+#include "driver/xerror_msg.h"
+#include "fsutil/dir_prepare.h"
+#include "tests/fsutil/console_session.h"
+#include "tests/support/test_dir.h"
+
+namespace kcp {
+namespace {
+
+using testing::Exists;
+using testing::Test_dir;
+using testing::Write_file;
+
+void Make_directory(const std::string& path) {
+  ASSERT_EQ(mkdir(path.c_str(), 0755), 0) << path;
+}
+
+template <typename Action>
+std::string Message_of(Action action) {
+  try {
+    action();
+  } catch (const Xerror_msg& e) {
+    return e.what();
+  }
+  return "no exception";
+}
+
+TEST(DeleteDir, RemovesTheTreeAndTheDirectoryItself) {
+  Test_dir dir;
+  Make_directory(dir / "out");
+  Make_directory(dir / "out/a");
+  Make_directory(dir / "out/a/b");
+  Write_file(dir / "out/a/b/f", "f");
+  Write_file(dir / "out/top", "t");
+  Delete_dir(dir / "out");
+  EXPECT_FALSE(Exists(dir / "out"));
+}
+
+TEST(DeleteDir, RemovesTreesWhoseListingPutsADirectoryBeforeItsInnerOnes) {
+  Test_dir dir;
+  // The recursive listing of r puts d2/e before d2/e/h, and q/w/e before q/w/e/r.
+  Make_directory(dir / "r");
+  Make_directory(dir / "r/d2");
+  Make_directory(dir / "r/d2/e");
+  Make_directory(dir / "r/d2/e/h");
+  Write_file(dir / "r/d2/e/h/z", "");
+  Make_directory(dir / "r/q");
+  Make_directory(dir / "r/q/w");
+  Make_directory(dir / "r/q/w/e");
+  Make_directory(dir / "r/q/w/e/r");
+  Make_directory(dir / "r/q/w/e/r/t");
+  Make_directory(dir / "r/empty");
+  Write_file(dir / "r/k", "");
+  Delete_dir(dir / "r");
+  EXPECT_FALSE(Exists(dir / "r"));
+}
+
+TEST(DeleteDir, LinksInsideAreUnlinkedNotFollowed) {
+  Test_dir dir;
+  Make_directory(dir / "keep");
+  Write_file(dir / "keep/precious", "p");
+  Make_directory(dir / "out");
+  Write_file(dir / "other", "o");
+  ASSERT_EQ(symlink((dir / "other").c_str(), (dir / "out/to_file").c_str()), 0);
+  Delete_dir(dir / "out");
+  EXPECT_FALSE(Exists(dir / "out"));
+  EXPECT_EQ(testing::Read_file(dir / "other"), "o");
+  EXPECT_EQ(testing::Read_file(dir / "keep/precious"), "p");
+}
+
+TEST(DeleteDir, MissingDirectoryIsReportedByTheListing) {
+  Test_dir dir;
+  EXPECT_EQ(Message_of([&] { Delete_dir(dir / "none"); }),
+            "ERROR: List_dir() called on " + (dir / "none") +
+                " and\nA component of the path file_name does not exist.");
+}
+
+TEST(UnlinkFile, FailureTextHasNoBlankBeforeAnd) {
+  Test_dir dir;
+  EXPECT_EQ(Message_of([&] { Unlink_file(dir / "none"); }),
+            "ERROR: Unlink_file() called on '" + (dir / "none") +
+                "'and \nA component of the path file_name does not exist.");
+  Make_directory(dir / "d");
+  EXPECT_EQ(Message_of([&] { Unlink_file(dir / "d"); }),
+            "ERROR: Unlink_file() called on '" + (dir / "d") +
+                "'and \nnewpath is an existing directory, but oldpath is not a directory.");
+}
+
+TEST(UnlinkFile, RemovesAFile) {
+  Test_dir dir;
+  Write_file(dir / "f", "x");
+  Unlink_file(dir / "f");
+  EXPECT_FALSE(Exists(dir / "f"));
+}
+
+TEST(RemoveDir, RemovesOnlyEmptyDirectories) {
+  Test_dir dir;
+  Make_directory(dir / "d");
+  Write_file(dir / "d/f", "");
+  EXPECT_EQ(Message_of([&] { Remove_dir(dir / "d"); }),
+            "ERROR: Remove_dir() called on '" + (dir / "d") +
+                "' and\nnewpath is a non-empty directory, i.e., contains entries other than . and "
+                ".. .");
+  EXPECT_EQ(Message_of([&] { Remove_dir(dir / "d/f"); }),
+            "ERROR: Remove_dir() called on '" + (dir / "d/f") +
+                "' and\nA component of the path is not a directory.");
+  Unlink_file(dir / "d/f");
+  Remove_dir(dir / "d");
+  EXPECT_FALSE(Exists(dir / "d"));
+}
+
+}  // namespace
+}  // namespace kcp

@@ -1,0 +1,136 @@
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <string>
+
+#include "driver/xerror_msg.h"
+#include "fsutil/dir_prepare.h"
+#include "tests/support/test_dir.h"
+
+namespace kcp {
+namespace {
+
+using testing::Test_dir;
+using testing::Write_file;
+
+std::string Message_of_list_dir(const std::string& path) {
+  try {
+    List_dir(path);
+  } catch (const Xerror_msg& e) {
+    return e.what();
+  }
+  return "no exception";
+}
+
+void Make_directory(const std::string& path) {
+  ASSERT_EQ(mkdir(path.c_str(), 0755), 0) << path;
+}
+
+TEST(ListDir, EntriesComeInAlphasortOrderOfTheCLocale) {
+  Test_dir dir;
+  Write_file(dir / "b", "");
+  Write_file(dir / "a", "");
+  Make_directory(dir / "C");
+  EXPECT_EQ(List_dir(dir.path()), (DirListing{{"C", "dir"}, {"a", "file"}, {"b", "file"}}));
+}
+
+TEST(ListDir, DotEntriesAreLeftOutAndTypesFollowLinks) {
+  Test_dir dir;
+  Make_directory(dir / "d");
+  Write_file(dir / "f", "1");
+  ASSERT_EQ(symlink((dir / "d").c_str(), (dir / "link_to_d").c_str()), 0);
+  ASSERT_EQ(mkfifo((dir / "pipe").c_str(), 0644), 0);
+  Write_file(dir / ".hidden", "");
+  EXPECT_EQ(List_dir(dir.path()), (DirListing{{".hidden", "file"},
+                                              {"d", "dir"},
+                                              {"f", "file"},
+                                              {"link_to_d", "dir"},
+                                              {"pipe", "other"}}));
+}
+
+TEST(ListDir, EmptyDirectoryGivesEmptyListing) {
+  Test_dir dir;
+  Make_directory(dir / "d");
+  EXPECT_TRUE(List_dir(dir / "d").empty());
+}
+
+TEST(ListDir, NonDirectoryIsRefusedWithTheQueryMessage) {
+  Test_dir dir;
+  Write_file(dir / "x.txt", "");
+  EXPECT_EQ(Message_of_list_dir(dir / "x.txt"), "ERROR: List_dir() called on " + (dir / "x.txt") +
+                                                    " and\nThe path " + (dir / "x.txt") +
+                                                    " is a file.");
+  EXPECT_EQ(Message_of_list_dir(dir / "none"),
+            "ERROR: List_dir() called on " + (dir / "none") +
+                " and\nA component of the path file_name does not exist.");
+}
+
+TEST(ListDir, DanglingLinkInsideIsAnError) {
+  Test_dir dir;
+  Write_file(dir / "a", "");
+  ASSERT_EQ(symlink((dir / "gone").c_str(), (dir / "b").c_str()), 0);
+  EXPECT_EQ(Message_of_list_dir(dir.path()),
+            "ERROR: problem with " + (dir / "b") +
+                " in List_dir():\nA component of the path file_name does not exist.");
+}
+
+TEST(ListDir, UnreadableDirectoryReportsTheScandirFailure) {
+  if (geteuid() == 0) GTEST_SKIP() << "root reads every directory";
+  Test_dir dir;
+  Make_directory(dir / "locked");
+  Write_file(dir / "locked/f", "");
+  ASSERT_EQ(chmod((dir / "locked").c_str(), 0), 0);
+  EXPECT_EQ(Message_of_list_dir(dir / "locked"), "ERROR: List_dir() -> scandir() called on " +
+                                                     (dir / "locked") + " and\nPermission denied.");
+  chmod((dir / "locked").c_str(), 0755);
+}
+
+TEST(ListDirRec, SubtreeComesReversedBeforeItsDirectory) {
+  Test_dir dir;
+  // out: a/ (b/ (f), g), c
+  Make_directory(dir / "out");
+  Make_directory(dir / "out/a");
+  Make_directory(dir / "out/a/b");
+  Write_file(dir / "out/a/b/f", "");
+  Write_file(dir / "out/a/g", "");
+  Write_file(dir / "out/c", "");
+  EXPECT_EQ(List_dir_rec(dir / "out/a"),
+            (DirListing{{"b/f", "file"}, {"b", "dir"}, {"g", "file"}}));
+  EXPECT_EQ(List_dir_rec(dir / "out"),
+            (DirListing{
+                {"a/g", "file"}, {"a/b", "dir"}, {"a/b/f", "file"}, {"a", "dir"}, {"c", "file"}}));
+}
+
+TEST(ListDirRec, SeveralDirectoriesAndDeepNesting) {
+  Test_dir dir;
+  // r: d1/ (x, y), d2/ (e/ (h/ (z))), k
+  Make_directory(dir / "r");
+  Make_directory(dir / "r/d1");
+  Write_file(dir / "r/d1/x", "");
+  Write_file(dir / "r/d1/y", "");
+  Make_directory(dir / "r/d2");
+  Make_directory(dir / "r/d2/e");
+  Make_directory(dir / "r/d2/e/h");
+  Write_file(dir / "r/d2/e/h/z", "");
+  Write_file(dir / "r/k", "");
+  // e: [h/z, h]; d2: [e/h, e/h/z, e]; r: reversed subtrees in front of d1 and d2.
+  EXPECT_EQ(List_dir_rec(dir / "r"), (DirListing{{"d1/y", "file"},
+                                                 {"d1/x", "file"},
+                                                 {"d1", "dir"},
+                                                 {"d2/e", "dir"},
+                                                 {"d2/e/h/z", "file"},
+                                                 {"d2/e/h", "dir"},
+                                                 {"d2", "dir"},
+                                                 {"k", "file"}}));
+}
+
+TEST(ListDirRec, EmptyAndMissingDirectories) {
+  Test_dir dir;
+  Make_directory(dir / "e");
+  EXPECT_TRUE(List_dir_rec(dir / "e").empty());
+  EXPECT_THROW(List_dir_rec(dir / "none"), Xerror_msg);
+}
+
+}  // namespace
+}  // namespace kcp

@@ -1,0 +1,34 @@
+#include "tests/support/random_graph.h"
+
+#include <random>
+
+namespace kcp::testing {
+
+namespace {
+
+IndexLinkMap Random_links(const std::uint32_t& n, const double& p, const std::uint32_t& seed,
+                          const bool& directed) {
+  std::mt19937 generator(seed);
+  std::uniform_real_distribution<double> draw(0.0, 1.0);
+  IndexLinkMap links;
+  for (NodeIndex i = 1; i <= n; ++i) {
+    for (NodeIndex j = directed ? 1 : i + 1; j <= n; ++j) {
+      if (i != j && draw(generator) < p) links[{i, j}] = 1.0;
+    }
+  }
+  return links;
+}
+
+}  // namespace
+
+IndexLinkMap Random_undirected_links(const std::uint32_t& n, const double& p,
+                                     const std::uint32_t& seed) {
+  return Random_links(n, p, seed, false);
+}
+
+IndexLinkMap Random_directed_links(const std::uint32_t& n, const double& p,
+                                   const std::uint32_t& seed) {
+  return Random_links(n, p, seed, true);
+}
+
+}  // namespace kcp::testing

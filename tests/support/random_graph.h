@@ -1,0 +1,19 @@
+// Small random graphs for checking the searches against brute force: nodes 1..n, every possible
+// link present with probability p, drawn from a generator seeded with `seed`, so a failing case
+// can be rebuilt from its three numbers.
+#pragma once
+
+#include <cstdint>
+
+#include "driver/types.h"
+
+namespace kcp::testing {
+
+// Undirected: each pair i < j at most once, as the key (i, j).
+IndexLinkMap Random_undirected_links(const std::uint32_t& n, const double& p,
+                                     const std::uint32_t& seed);
+// Directed: each ordered pair (i, j), i != j, drawn on its own; weights are 1.
+IndexLinkMap Random_directed_links(const std::uint32_t& n, const double& p,
+                                   const std::uint32_t& seed);
+
+}  // namespace kcp::testing

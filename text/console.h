@@ -1,0 +1,19 @@
+// Console output of a run. Every line goes to standard output followed by a newline and a flush,
+// so progress shows at once even when the output is piped; steps are framed by underscore lines.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace kcp {
+
+// Writes text, a newline, and flushes.
+void Print_line(std::string_view text);
+// Writes text exactly as given (it carries its own newlines) and flushes.
+void Print_text(std::string_view text);
+// A run of n underscores; at least one, also for n == 0.
+std::string Underscores(std::size_t n);
+// Print_line(Underscores(n)).
+void Print_underscores(std::size_t n);
+
+}  // namespace kcp
