@@ -9,7 +9,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 cmake -S . -B build-bench -DCMAKE_BUILD_TYPE=Release -DVARNEL_TESTS=OFF >/dev/null
 cmake --build build-bench -j "$(nproc)" --target varnel >/dev/null
-binary="$PWD/build-bench/varnel"
+binary="$PWD/build-bench/driver/varnel"
 if [ $# -gt 0 ]; then
   networks=("$@")
 else
@@ -28,7 +28,7 @@ for network in "${networks[@]}"; do
   # shellcheck disable=SC2086
   (cd "$scratch" && /usr/bin/time -f '%e %M' -o "$name.time" \
       timeout "${TIME_LIMIT:-600}" "$binary" -i "$name" ${VARNEL_ARGS:-} >"$log") || status="stopped"
-  read -r wall peak_kib <"$scratch/$name.time" || true
+  read -r wall peak_kib < <(tail -n 1 "$scratch/$name.time") || true
   if grep -q '^ERROR' "$log"; then status="error: $(grep -m1 '^ERROR' "$log")"; fi
   if [ "$status" = stopped ]; then status="stopped at: $(grep -v '^_' "$log" | tail -n 1)"; fi
   results=$(du -sh "$scratch/$name"_files* 2>/dev/null | awk '{print $1}' | head -n1)

@@ -35,17 +35,46 @@ bool Is_subset(std::span<const NodeIndex> S, const NodeList& K) {
   return std::includes(K.begin(), K.end(), S.begin(), S.end());
 }
 
+const NodeSet& Full_neighs(const VtxMap& vertices, const NodeIndex& z) {
+  const auto record = vertices.find(z);
+  if (record == vertices.end()) {
+    throw Xerror_msg("ERROR: Clique_find() : node " + std::to_string(z) + " has no vertex record.");
+  }
+  return record->second.Neighs_c();
+}
+
+bool Contains(const NodeSet& set, const NodeIndex& n) {
+  return set.find(n) != set.end();
+}
+
+// The members of `first` and of `second` (ascending, disjoint) that are in `neighs`, ascending.
+NodeList Linked_of(std::span<const NodeIndex> first, std::span<const NodeIndex> second,
+                   const NodeSet& neighs) {
+  NodeList result;
+  auto a = first.begin();
+  auto b = second.begin();
+  while (a != first.end() || b != second.end()) {
+    const bool take_a = b == second.end() || (a != first.end() && *a < *b);
+    const NodeIndex n = take_a ? *a++ : *b++;
+    if (Contains(neighs, n)) result.push_back(n);
+  }
+  return result;
+}
+
 struct Frame {
   NodeList C;
   NodeList T;
+  NodeList X;                     // linked to all of C, outside C and T
   std::size_t next = 0;           // T[next, end) are the candidates not tried yet
   std::size_t known_checked = 0;  // size of Known when it was last tested against C ∪ T
 };
 
 // One call of the recursion up to its loop: returns true, with the frame holding C + x and the
 // candidates to try, when the call goes on to extend; registers C + x when it is a new clique.
+// X_before and skipped are the nodes outside C ∪ {x} ∪ P linked to every member of C.
 bool Enter(const NodeIndex& x, const VtxMap& working, VtxMap& vertices, NodeList C,
-           std::span<const NodeIndex> P, CliqueList& cliques, KnownCliques& known,
+           std::span<const NodeIndex> P, std::span<const NodeIndex> X_before,
+           std::span<const NodeIndex> skipped, CliqueList& cliques, KnownCliques& known,
            OverlapMatrix& overlaps, NodeCliqueMap& node_cliques, Frame& frame) {
   NodeList T = Tighten(Working_neighs(working, x), P, C);
   C.insert(std::upper_bound(C.begin(), C.end(), x), x);
@@ -57,8 +86,11 @@ bool Enter(const NodeIndex& x, const VtxMap& working, VtxMap& vertices, NodeList
     return false;
   }
   if (!Mehet_tovabb(known, C, T)) return false;
+  NodeList X = Linked_of(X_before, skipped, Full_neighs(vertices, x));
+  if (Dominated(X, T, vertices)) return false;
   frame.C = std::move(C);
   frame.T = std::move(T);
+  frame.X = std::move(X);
   frame.next = 0;
   frame.known_checked = known.size();
   return true;
@@ -120,6 +152,17 @@ bool Mehet_tovabb(const KnownCliques& sets, std::span<const NodeIndex> A,
   return true;
 }
 
+bool Dominated(std::span<const NodeIndex> X, std::span<const NodeIndex> T, const VtxMap& vertices) {
+  for (const NodeIndex z : X) {
+    const NodeSet& linked = Full_neighs(vertices, z);
+    if (linked.size() < T.size()) continue;
+    if (std::all_of(T.begin(), T.end(), [&](const NodeIndex& t) { return Contains(linked, t); })) {
+      return true;
+    }
+  }
+  return false;
+}
+
 KnownCliques Known_cliques_of(const Vtx& record) {
   const NodeIndex v = record.Index();
   KnownCliques known;
@@ -137,15 +180,19 @@ KnownCliques Known_cliques_of(const Vtx& record) {
   return known;
 }
 
-void Recurrent_inc_investigator(const NodeIndex& x, const VtxMap& working, VtxMap& vertices,
-                                NodeList C, std::span<const NodeIndex> P, CliqueList& cliques,
-                                KnownCliques& known, const NodeIndex& /*v*/,
-                                OverlapMatrix& overlaps, NodeCliqueMap& node_cliques) {
+namespace {
+
+// Recurrent_inc_investigator with the nodes outside C ∪ {x} ∪ P that are linked to all of C
+// given in two parts.
+void Investigate(const NodeIndex& x, const VtxMap& working, VtxMap& vertices, NodeList C,
+                 std::span<const NodeIndex> P, std::span<const NodeIndex> X_before,
+                 std::span<const NodeIndex> skipped, CliqueList& cliques, KnownCliques& known,
+                 OverlapMatrix& overlaps, NodeCliqueMap& node_cliques) {
   // The recursion of the search, one frame per member added, walked in the same order as the
   // nested calls would be.
   std::vector<Frame> stack(1);
-  if (!Enter(x, working, vertices, std::move(C), P, cliques, known, overlaps, node_cliques,
-             stack.back())) {
+  if (!Enter(x, working, vertices, std::move(C), P, X_before, skipped, cliques, known, overlaps,
+             node_cliques, stack.back())) {
     return;
   }
   while (!stack.empty()) {
@@ -154,22 +201,33 @@ void Recurrent_inc_investigator(const NodeIndex& x, const VtxMap& working, VtxMa
       stack.pop_back();
       continue;
     }
+    const std::span<const NodeIndex> T(top.T);
     // Every later call from this frame extends a subset of C ∪ (candidates left); once a known
     // clique holds that union they would all return at once, so the frame ends here instead.
     if (top.next > 0 && known.size() != top.known_checked) {
       top.known_checked = known.size();
-      if (!Mehet_tovabb(known, top.C, std::span<const NodeIndex>(top.T).subspan(top.next))) {
+      if (!Mehet_tovabb(known, top.C, T.subspan(top.next))) {
         stack.pop_back();
         continue;
       }
     }
-    const NodeIndex y = top.T[top.next++];
+    const std::size_t i = top.next++;
     Frame child;
-    if (Enter(y, working, vertices, top.C, std::span<const NodeIndex>(top.T).subspan(top.next),
-              cliques, known, overlaps, node_cliques, child)) {
+    if (Enter(T[i], working, vertices, top.C, T.subspan(i + 1), top.X, T.first(i), cliques, known,
+              overlaps, node_cliques, child)) {
       stack.push_back(std::move(child));
     }
   }
+}
+
+}  // namespace
+
+void Recurrent_inc_investigator(const NodeIndex& x, const VtxMap& working, VtxMap& vertices,
+                                NodeList C, std::span<const NodeIndex> P,
+                                std::span<const NodeIndex> X, CliqueList& cliques,
+                                KnownCliques& known, const NodeIndex& /*v*/,
+                                OverlapMatrix& overlaps, NodeCliqueMap& node_cliques) {
+  Investigate(x, working, vertices, std::move(C), P, X, {}, cliques, known, overlaps, node_cliques);
 }
 
 void Clique_find_main_inv(const NodeIndex& v, VtxMap& working, VtxMap& vertices,
@@ -182,12 +240,19 @@ void Clique_find_main_inv(const NodeIndex& v, VtxMap& working, VtxMap& vertices,
     throw Xerror_msg("ERROR: Clique_find() : node " + std::to_string(v) + " has no vertex record.");
   }
   KnownCliques known = Known_cliques_of(record->second);
+  // The neighbours of v processed before it.
+  NodeList gone;
+  for (const NodeIndex n : record->second.Neighs_c()) {
+    if (!std::binary_search(N.begin(), N.end(), n)) gone.push_back(n);
+  }
 
   const NodeIndex only_v[1] = {v};
-  std::span<const NodeIndex> P(N);
+  const std::span<const NodeIndex> all(N);
+  std::size_t head = 0;  // P is N[head, end)
   std::size_t known_checked = 0;
   // A last candidate alone could only give a two-node clique.
-  while (P.size() > 1) {
+  while (N.size() - head > 1) {
+    const std::span<const NodeIndex> P = all.subspan(head);
     // Once a known clique holds v and every candidate left, each later w would be skipped.
     if (known.size() != known_checked) {
       known_checked = known.size();
@@ -196,8 +261,10 @@ void Clique_find_main_inv(const NodeIndex& v, VtxMap& working, VtxMap& vertices,
     const NodeIndex w = P.front();
     const NodeList C = v < w ? NodeList{v, w} : NodeList{w, v};
     const NodeList T = Tighten(Working_neighs(working, w), P, C);
-    P = P.subspan(1);
-    if (!Mehet_tovabb(known, C, T)) continue;
+    ++head;
+    if (T.empty() || !Mehet_tovabb(known, C, T)) continue;
+    const NodeList X = Linked_of(gone, all.first(head - 1), Full_neighs(vertices, w));
+    if (Dominated(X, T, vertices)) continue;
     const std::span<const NodeIndex> candidates(T);
     std::size_t checked = known.size();
     for (std::size_t i = 0; i < T.size(); ++i) {
@@ -205,8 +272,8 @@ void Clique_find_main_inv(const NodeIndex& v, VtxMap& working, VtxMap& vertices,
         checked = known.size();
         if (!Mehet_tovabb(known, C, candidates.subspan(i))) break;
       }
-      Recurrent_inc_investigator(T[i], working, vertices, C, candidates.subspan(i + 1), cliques,
-                                 known, v, overlaps, node_cliques);
+      Investigate(T[i], working, vertices, C, candidates.subspan(i + 1), X, candidates.first(i),
+                  cliques, known, overlaps, node_cliques);
     }
   }
 

@@ -39,11 +39,18 @@ void Clique_find_main_inv(const NodeIndex& v, VtxMap& working, VtxMap& vertices,
 
 // Extends the partial clique C (ascending) by x with the candidates P (ascending, larger than x
 // in the search order), depth first, registering every maximal clique that no known one holds.
-// The depth-first walk runs on an explicit stack, so its depth is bounded by memory alone.
+// X holds the nodes outside C, x and P that are linked to every member of C (processed before v
+// or passed over earlier); a branch whose every clique one of them could join is not entered,
+// since none of its cliques is maximal. The walk runs on an explicit stack, so its depth is
+// bounded by memory alone.
 void Recurrent_inc_investigator(const NodeIndex& x, const VtxMap& working, VtxMap& vertices,
-                                NodeList C, std::span<const NodeIndex> P, CliqueList& cliques,
+                                NodeList C, std::span<const NodeIndex> P,
+                                std::span<const NodeIndex> X, CliqueList& cliques,
                                 KnownCliques& known, const NodeIndex& v, OverlapMatrix& overlaps,
                                 NodeCliqueMap& node_cliques);
+
+// True when a node of X is linked, in `vertices`, to every node of T.
+bool Dominated(std::span<const NodeIndex> X, std::span<const NodeIndex> T, const VtxMap& vertices);
 
 // (A ∩ B) \ C.
 NodeSet Tighten(const NodeSet& A, const NodeSet& B, const NodeSet& C);

@@ -38,25 +38,132 @@ bool Is_subset(const NodeList& S, const NodeList& K) {
   return S.size() <= K.size() && std::includes(K.begin(), K.end(), S.begin(), S.end());
 }
 
-// A level of the recursion: its gap list (the caller's own list at the root) and the gap whose
-// candidates it is trying.
+const Vtxd& Full_record(const VtxdMap& vertices, const NodeIndex& z) {
+  const auto record = vertices.find(z);
+  if (record == vertices.end()) {
+    throw Xerror_msg("ERROR: Clique_find_dir() : node " + std::to_string(z) +
+                     " has no vertex record.");
+  }
+  return record->second;
+}
+
+NodeList Sorted(const NodeSet& set) {
+  return NodeList(set.begin(), set.end());
+}
+
+// Nodes that link to every member (to_all) and nodes every member links to (from_all), in the
+// caller's graph, which still holds the nodes processed earlier.
+struct Bounds {
+  NodeList to_all;
+  NodeList from_all;
+};
+
+Bounds Add_member(const Bounds& bounds, const NodeIndex& y, const VtxdMap& vertices) {
+  const Vtxd& record = Full_record(vertices, y);
+  return Bounds{Intersection(bounds.to_all, record.Ineighs_c()),
+                Intersection(bounds.from_all, record.Oneighs_c())};
+}
+
+Bounds Bounds_of(const GapList& gaps, const VtxdMap& vertices) {
+  if (gaps.size() < 2) return Bounds{};
+  const Vtxd& first = Full_record(vertices, gaps.front().label);
+  Bounds bounds{Sorted(first.Ineighs_c()), Sorted(first.Oneighs_c())};
+  for (std::size_t i = 1; i + 1 < gaps.size(); ++i) {
+    bounds = Add_member(bounds, gaps[i].label, vertices);
+  }
+  return bounds;
+}
+
+// True when some node outside S (every member and candidate) could join every clique the list
+// can still become, at its front or at its back: none of them is maximal then.
+bool Dominated(const GapList& gaps, const NodeList& S, const Bounds& bounds,
+               const VtxdMap& vertices) {
+  if (bounds.to_all.empty() && bounds.from_all.empty()) return false;
+  NodeList candidates;
+  for (const Gap& gap : gaps) {
+    candidates.insert(candidates.end(), gap.candidates.begin(), gap.candidates.end());
+  }
+  std::sort(candidates.begin(), candidates.end());
+  candidates.erase(std::unique(candidates.begin(), candidates.end()), candidates.end());
+  const auto joins_all = [&](const NodeIndex& z, const NodeSet& linked) {
+    return !std::binary_search(S.begin(), S.end(), z) && linked.size() >= candidates.size() &&
+           std::all_of(candidates.begin(), candidates.end(),
+                       [&](const NodeIndex& c) { return linked.count(c) != 0; });
+  };
+  for (const NodeIndex z : bounds.to_all) {
+    if (joins_all(z, Full_record(vertices, z).Oneighs_c())) return true;
+  }
+  for (const NodeIndex z : bounds.from_all) {
+    if (joins_all(z, Full_record(vertices, z).Ineighs_c())) return true;
+  }
+  return false;
+}
+
+// A level of the recursion: its gap list (the caller's own list at the root), the gap whose
+// candidates it is trying, and the link bounds of its members.
 struct Frame {
   GapList owned;
   bool root = false;
   std::size_t gap = 0;
   std::size_t known_checked = 0;  // size of Known when the list was last tested against it
+  Bounds bounds;
 };
 
 // The start of one call: returns true when the list goes on to be extended, and records it when
-// it is finished.
-bool Enter(GapList& gaps, KnownCliques& known, FoundCliques& found, NodeList& S) {
+// it is finished. A list none of whose completions could be maximal is not extended.
+bool Enter(GapList& gaps, const Bounds& bounds, const VtxdMap& vertices, KnownCliques& known,
+           FoundCliques& found, NodeList& S) {
   Merge_already_full_and_possibs(S, gaps);
   if (!Mehet_tovabb(known, S)) return false;
   if (No_more_possible_member(gaps)) {
     Iktatjuk_az_uj_vert_clt(gaps, found, known);
     return false;
   }
-  return true;
+  return !Dominated(gaps, S, bounds, vertices);
+}
+
+// Recurrent_inc_inv_dir with the link bounds of the list's members given.
+void Extend(GapList& gaps, const Bounds& bounds, const VtxdMap& working, const VtxdMap& vertices,
+            KnownCliques& known, FoundCliques& found) {
+  NodeList S;
+  if (!Enter(gaps, bounds, vertices, known, found, S)) return;
+  // The recursion, one frame per member inserted, walked in the same order as the nested calls
+  // would be; the root frame works on the caller's list, as the call by reference does.
+  std::vector<Frame> stack(1);
+  stack.back().root = true;
+  stack.back().known_checked = known.size();
+  stack.back().bounds = bounds;
+  while (!stack.empty()) {
+    Frame& top = stack.back();
+    GapList& list = top.root ? gaps : top.owned;
+    while (top.gap < list.size() && list[top.gap].candidates.empty()) ++top.gap;
+    if (top.gap == list.size()) {
+      stack.pop_back();
+      continue;
+    }
+    // Every later call from this frame starts from a subset of what the list can still reach;
+    // once a known clique holds all of it they would all return at once, so the frame ends here.
+    if (known.size() != top.known_checked) {
+      top.known_checked = known.size();
+      Merge_already_full_and_possibs(S, list);
+      if (!Mehet_tovabb(known, S)) {
+        stack.pop_back();
+        continue;
+      }
+    }
+    const auto position = list.begin() + static_cast<std::ptrdiff_t>(top.gap);
+    const NodeIndex y = position->candidates.front();
+    GapList next = Tighten_dir(list, position, y, working);
+    Take_first_candidate(list[top.gap]);
+    Bounds next_bounds = Add_member(top.bounds, y, vertices);
+    if (Enter(next, next_bounds, vertices, known, found, S)) {
+      Frame child;
+      child.owned = std::move(next);
+      child.known_checked = known.size();
+      child.bounds = std::move(next_bounds);
+      stack.push_back(std::move(child));
+    }
+  }
 }
 
 }  // namespace
@@ -125,43 +232,9 @@ void Iktatjuk_az_uj_vert_clt(GapList gaps, FoundCliques& found, KnownCliques& kn
   found.emplace(last_key + 1, std::move(K));
 }
 
-void Recurrent_inc_inv_dir(GapList& gaps, const VtxdMap& working, const VtxdMap& /*vertices*/,
+void Recurrent_inc_inv_dir(GapList& gaps, const VtxdMap& working, const VtxdMap& vertices,
                            KnownCliques& known, FoundCliques& found) {
-  NodeList S;
-  if (!Enter(gaps, known, found, S)) return;
-  // The recursion, one frame per member inserted, walked in the same order as the nested calls
-  // would be; the root frame works on the caller's list, as the call by reference does.
-  std::vector<Frame> stack(1);
-  stack.back().root = true;
-  stack.back().known_checked = known.size();
-  while (!stack.empty()) {
-    Frame& top = stack.back();
-    GapList& list = top.root ? gaps : top.owned;
-    while (top.gap < list.size() && list[top.gap].candidates.empty()) ++top.gap;
-    if (top.gap == list.size()) {
-      stack.pop_back();
-      continue;
-    }
-    // Every later call from this frame starts from a subset of what the list can still reach;
-    // once a known clique holds all of it they would all return at once, so the frame ends here.
-    if (known.size() != top.known_checked) {
-      top.known_checked = known.size();
-      Merge_already_full_and_possibs(S, list);
-      if (!Mehet_tovabb(known, S)) {
-        stack.pop_back();
-        continue;
-      }
-    }
-    const auto position = list.begin() + static_cast<std::ptrdiff_t>(top.gap);
-    GapList next = Tighten_dir(list, position, position->candidates.front(), working);
-    Take_first_candidate(list[top.gap]);
-    if (Enter(next, known, found, S)) {
-      Frame child;
-      child.owned = std::move(next);
-      child.known_checked = known.size();
-      stack.push_back(std::move(child));
-    }
-  }
+  Extend(gaps, Bounds_of(gaps, vertices), working, vertices, known, found);
 }
 
 void Main_inc_dir_investigator(const NodeIndex& v, VtxdMap& working, VtxdMap& vertices,
@@ -177,8 +250,8 @@ void Main_inc_dir_investigator(const NodeIndex& v, VtxdMap& working, VtxdMap& ve
   KnownCliques known = Clique_find_sub_routines::Known_cliques_of(record->second);
   FoundCliques found;
 
-  GapList L{Gap{v, NodeList(own.Ineighs_c().begin(), own.Ineighs_c().end())},
-            Gap{v, NodeList(own.Oneighs_c().begin(), own.Oneighs_c().end())}};
+  GapList L{Gap{v, Sorted(own.Ineighs_c())}, Gap{v, Sorted(own.Oneighs_c())}};
+  const Bounds v_bounds{Sorted(record->second.Ineighs_c()), Sorted(record->second.Oneighs_c())};
   NodeList S;
   std::size_t known_checked = 0;
   bool covered = false;
@@ -195,10 +268,13 @@ void Main_inc_dir_investigator(const NodeIndex& v, VtxdMap& working, VtxdMap& ve
         }
       }
       const auto at_e = L.cbegin() + static_cast<std::ptrdiff_t>(e);
-      GapList R = Tighten_dir(L, at_e, at_e->candidates.front(), working);
+      const NodeIndex w = at_e->candidates.front();
+      GapList R = Tighten_dir(L, at_e, w, working);
       Take_first_candidate(L[e]);
       Merge_already_full_and_possibs(S, R);
       if (!Mehet_tovabb(known, S)) continue;
+      const Bounds R_bounds = Add_member(v_bounds, w, vertices);
+      if (Dominated(R, S, R_bounds, vertices)) continue;
       std::size_t checked = known.size();
       for (std::size_t f = 0; f < R.size(); ++f) {
         bool done = false;
@@ -212,9 +288,10 @@ void Main_inc_dir_investigator(const NodeIndex& v, VtxdMap& working, VtxdMap& ve
             }
           }
           const auto at_f = R.cbegin() + static_cast<std::ptrdiff_t>(f);
-          GapList R2 = Tighten_dir(R, at_f, at_f->candidates.front(), working);
+          const NodeIndex y = at_f->candidates.front();
+          GapList R2 = Tighten_dir(R, at_f, y, working);
           Take_first_candidate(R[f]);
-          Recurrent_inc_inv_dir(R2, working, vertices, known, found);
+          Extend(R2, Add_member(R_bounds, y, vertices), working, vertices, known, found);
         }
         if (done) break;
       }

@@ -15,7 +15,7 @@ namespace Clique_find_dir_sub_routines {
 
 namespace {
 
-using Clique_find_sub_routines::Mehet_tovabb;
+using Clique_find_time_sub_routines::Indexed_known;
 using Clique_find_time_sub_routines::Time_exceeded;
 
 const Vtxd& Working_record(const VtxdMap& working, const NodeIndex& x) {
@@ -38,11 +38,11 @@ struct Frame {
 
 // The start of one call: returns true when the list goes on to be extended, and records it when
 // it is finished.
-bool Enter(GapList& gaps, KnownCliques& known, FoundCliques& found, NodeList& S) {
+bool Enter(GapList& gaps, Indexed_known& known, FoundCliques& found, NodeList& S) {
   Merge_already_full_and_possibs(S, gaps);
-  if (!Mehet_tovabb(known, S)) return false;
+  if (!known.Mehet_tovabb(S)) return false;
   if (No_more_possible_member(gaps)) {
-    Iktatjuk_az_uj_vert_clt(gaps, found, known);
+    Iktatjuk_az_uj_vert_clt(gaps, found, known.cliques);
     return false;
   }
   return true;
@@ -58,7 +58,7 @@ std::size_t Extensions_left(const GapList& gaps, const std::size_t& from) {
 }  // namespace
 
 void Recurrent_inc_inv_dir_time(GapList& gaps, const VtxdMap& working,
-                                const VtxdMap& /*vertices*/, KnownCliques& known,
+                                const VtxdMap& /*vertices*/, Indexed_known& known,
                                 const long double& t0, FoundCliques& found,
                                 const double& max_time, bool& exceeded,
                                 const ProcessorClock& processor_clock) {
@@ -80,7 +80,7 @@ void Recurrent_inc_inv_dir_time(GapList& gaps, const VtxdMap& working,
     if (known.size() != top.known_checked) {
       top.known_checked = known.size();
       Merge_already_full_and_possibs(S, list);
-      if (!Mehet_tovabb(known, S)) {
+      if (!known.Mehet_tovabb(S)) {
         // A known clique holds all the list can reach, so each further call would return at
         // once; only the clock readings in front of those calls remain, and they are kept.
         for (std::size_t left = Extensions_left(list, top.gap); left > 0; --left) {
@@ -119,7 +119,7 @@ void Main_inc_dir_inv_time(const NodeIndex& v, VtxdMap& working, const VtxdMap& 
     throw Xerror_msg("ERROR: Clique_find_dir_time() : node " + std::to_string(v) +
                      " has no vertex record.");
   }
-  KnownCliques known = Clique_find_sub_routines::Known_cliques_of(record->second);
+  Indexed_known known(record->second);
 
   GapList L{Gap{v, NodeList(own.Ineighs_c().begin(), own.Ineighs_c().end())},
             Gap{v, NodeList(own.Oneighs_c().begin(), own.Oneighs_c().end())}};
@@ -133,7 +133,7 @@ void Main_inc_dir_inv_time(const NodeIndex& v, VtxdMap& working, const VtxdMap& 
       if (known.size() != known_checked) {
         known_checked = known.size();
         Merge_already_full_and_possibs(S, L);
-        if (!Mehet_tovabb(known, S)) {
+        if (!known.Mehet_tovabb(S)) {
           covered = true;
           break;
         }
@@ -142,7 +142,7 @@ void Main_inc_dir_inv_time(const NodeIndex& v, VtxdMap& working, const VtxdMap& 
       GapList R = Tighten_dir(L, at_e, at_e->candidates.front(), working);
       Take_first_candidate(L[e]);
       Merge_already_full_and_possibs(S, R);
-      if (!Mehet_tovabb(known, S)) continue;
+      if (!known.Mehet_tovabb(S)) continue;
       std::size_t checked = known.size();
       for (std::size_t f = 0; f < R.size() && !exceeded; ++f) {
         bool done = false;
@@ -150,7 +150,7 @@ void Main_inc_dir_inv_time(const NodeIndex& v, VtxdMap& working, const VtxdMap& 
           if (known.size() != checked) {
             checked = known.size();
             Merge_already_full_and_possibs(S, R);
-            if (!Mehet_tovabb(known, S)) {
+            if (!known.Mehet_tovabb(S)) {
               done = true;
               break;
             }

@@ -26,7 +26,8 @@ void Main_inc_dir_inv_time(const NodeIndex& v, VtxdMap& working, const VtxdMap& 
 // Recurrent_inc_inv_dir reading the clock before every further extension and stopping at once,
 // exceeded set, past the limit.
 void Recurrent_inc_inv_dir_time(GapList& gaps, const VtxdMap& working, const VtxdMap& vertices,
-                                KnownCliques& known, const long double& t0, FoundCliques& found,
+                                Clique_find_time_sub_routines::Indexed_known& known,
+                                const long double& t0, FoundCliques& found,
                                 const double& max_time, bool& exceeded,
                                 const ProcessorClock& processor_clock);
 

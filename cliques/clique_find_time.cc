@@ -17,7 +17,6 @@ namespace Clique_find_time_sub_routines {
 
 namespace {
 
-using Clique_find_sub_routines::Mehet_tovabb;
 using Clique_find_sub_routines::Tighten;
 
 const NodeSet& Working_neighs(const VtxMap& working, const NodeIndex& x) {
@@ -39,17 +38,17 @@ struct Frame {
 // One call of the recursion up to its loop: returns true, with the frame holding C + x and the
 // candidates to try, when the call goes on to extend; keeps C + x when it is a new clique.
 bool Enter(const NodeIndex& x, const VtxMap& working, NodeList C, std::span<const NodeIndex> P,
-           KnownCliques& known, NodeResult& node_result, Frame& frame) {
+           Indexed_known& known, NodeResult& node_result, Frame& frame) {
   NodeList T = Tighten(Working_neighs(working, x), P, C);
   C.insert(std::upper_bound(C.begin(), C.end(), x), x);
   if (T.empty()) {
-    if (Mehet_tovabb(known, C)) {
+    if (known.Mehet_tovabb(C)) {
       node_result.push_back(C);
-      known.push_back(std::move(C));
+      known.Add(std::move(C));
     }
     return false;
   }
-  if (!Mehet_tovabb(known, C, T)) return false;
+  if (!known.Mehet_tovabb(C, T)) return false;
   frame.C = std::move(C);
   frame.T = std::move(T);
   frame.next = 0;
@@ -88,6 +87,41 @@ void Register_pending_in(const PendingCliques& pending, CliqueList& cliques,
 
 }  // namespace
 
+Indexed_known::Indexed_known(const Vtx& record)
+    : cliques(Clique_find_sub_routines::Known_cliques_of(record)) {}
+
+void Indexed_known::Add(NodeList clique) { cliques.push_back(std::move(clique)); }
+
+void Indexed_known::Index_new_cliques() {
+  for (; indexed_ < cliques.size(); ++indexed_) {
+    for (const NodeIndex n : cliques[indexed_]) {
+      holders_[n].push_back(static_cast<std::uint32_t>(indexed_));
+    }
+  }
+}
+
+bool Indexed_known::Mehet_tovabb(std::span<const NodeIndex> A, std::span<const NodeIndex> B) {
+  if (A.empty() && B.empty()) return cliques.empty();
+  Index_new_cliques();
+  const std::vector<std::uint32_t>* rarest = nullptr;
+  for (const std::span<const NodeIndex> part : {A, B}) {
+    for (const NodeIndex n : part) {
+      const auto listed = holders_.find(n);
+      if (listed == holders_.end()) return true;
+      if (rarest == nullptr || listed->second.size() < rarest->size()) rarest = &listed->second;
+    }
+  }
+  const std::size_t size = A.size() + B.size();
+  for (const std::uint32_t id : *rarest) {
+    const NodeList& K = cliques[id];
+    if (size <= K.size() && std::includes(K.begin(), K.end(), A.begin(), A.end()) &&
+        std::includes(K.begin(), K.end(), B.begin(), B.end())) {
+      return false;
+    }
+  }
+  return true;
+}
+
 double Processor_seconds(const ProcessorClock& processor_clock) {
   return static_cast<double>(processor_clock()) / 1e6;
 }
@@ -106,7 +140,7 @@ std::string Time_limited_header(const std::string& start, const double& max_time
 
 void Recurrent_tp_investigator(const NodeIndex& x, const VtxMap& working,
                                const VtxMap& /*vertices*/, NodeList C,
-                               std::span<const NodeIndex> P, KnownCliques& known,
+                               std::span<const NodeIndex> P, Indexed_known& known,
                                const NodeIndex& /*v*/, const long double& t0,
                                NodeResult& node_result, const double& max_time, bool& exceeded,
                                const ProcessorClock& processor_clock) {
@@ -121,7 +155,7 @@ void Recurrent_tp_investigator(const NodeIndex& x, const VtxMap& working,
     }
     if (top.next > 0 && known.size() != top.known_checked) {
       top.known_checked = known.size();
-      if (!Mehet_tovabb(known, top.C, std::span<const NodeIndex>(top.T).subspan(top.next))) {
+      if (!known.Mehet_tovabb(top.C, std::span<const NodeIndex>(top.T).subspan(top.next))) {
         // A known clique holds C and every candidate left, so each further call would return at
         // once; only the clock readings in front of those calls remain, and they are kept.
         for (std::size_t left = top.T.size() - top.next; left > 0; --left) {
@@ -157,7 +191,7 @@ void Clique_find_main_time_part(const NodeIndex& v, VtxMap& working, const VtxMa
     throw Xerror_msg("ERROR: Clique_find_part_time() : node " + std::to_string(v) +
                      " has no vertex record.");
   }
-  KnownCliques known = Clique_find_sub_routines::Known_cliques_of(record->second);
+  Indexed_known known(record->second);
 
   const NodeIndex only_v[1] = {v};
   std::span<const NodeIndex> P(N);
@@ -168,19 +202,19 @@ void Clique_find_main_time_part(const NodeIndex& v, VtxMap& working, const VtxMa
     // without any clock reading.
     if (known.size() != known_checked) {
       known_checked = known.size();
-      if (!Mehet_tovabb(known, only_v, P)) break;
+      if (!known.Mehet_tovabb(only_v, P)) break;
     }
     const NodeIndex w = P.front();
     const NodeList C = v < w ? NodeList{v, w} : NodeList{w, v};
     const NodeList T = Tighten(Working_neighs(working, w), P, C);
     P = P.subspan(1);
-    if (!Mehet_tovabb(known, C, T)) continue;
+    if (!known.Mehet_tovabb(C, T)) continue;
     const std::span<const NodeIndex> candidates(T);
     std::size_t checked = known.size();
     for (std::size_t i = 0; i < T.size() && !exceeded; ++i) {
       if (i > 0 && known.size() != checked) {
         checked = known.size();
-        if (!Mehet_tovabb(known, C, candidates.subspan(i))) break;
+        if (!known.Mehet_tovabb(C, candidates.subspan(i))) break;
       }
       Recurrent_tp_investigator(T[i], working, vertices, C, candidates.subspan(i + 1), known, v,
                                 t0, node_result, max_time, exceeded, processor_clock);

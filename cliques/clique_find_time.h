@@ -13,6 +13,7 @@
 #include <set>
 #include <span>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "cliques/clique_find.h"
@@ -39,6 +40,28 @@ using NodeResult = std::vector<NodeList>;
 // The cliques of attempts that ran over the limit, deduplicated, in lexicographic order.
 using PendingCliques = std::set<NodeList>;
 
+// Known of the node being attempted, with each node's list of the known cliques holding it, so
+// that the subset test of Mehet_tovabb looks only at the cliques holding the rarest member
+// instead of at all of them (a hub can hold hundreds of thousands). Cliques appended to `cliques`
+// by anyone are indexed at the next query.
+class Indexed_known {
+ public:
+  // The cliques already registered for the node of `record`, each with the node put back in.
+  explicit Indexed_known(const Vtx& record);
+  void Add(NodeList clique);
+  // Mehet_tovabb(cliques, A ∪ B) for ascending, disjoint A and B.
+  bool Mehet_tovabb(std::span<const NodeIndex> A, std::span<const NodeIndex> B = {});
+  std::size_t size() const { return cliques.size(); }
+
+  KnownCliques cliques;
+
+ private:
+  void Index_new_cliques();
+
+  std::unordered_map<NodeIndex, std::vector<std::uint32_t>> holders_;
+  std::size_t indexed_ = 0;
+};
+
 // Processor seconds as the search counts them: clock() / 1e6 on every platform.
 double Processor_seconds(const ProcessorClock& processor_clock);
 
@@ -59,7 +82,7 @@ void Clique_find_main_time_part(const NodeIndex& v, VtxMap& working, const VtxMa
 // Extends C (ascending) by x with the candidates P, depth first on an explicit stack, reading the
 // clock before every further extension and stopping at once, exceeded set, past the limit.
 void Recurrent_tp_investigator(const NodeIndex& x, const VtxMap& working, const VtxMap& vertices,
-                               NodeList C, std::span<const NodeIndex> P, KnownCliques& known,
+                               NodeList C, std::span<const NodeIndex> P, Indexed_known& known,
                                const NodeIndex& v, const long double& t0, NodeResult& node_result,
                                const double& max_time, bool& exceeded,
                                const ProcessorClock& processor_clock);

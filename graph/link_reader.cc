@@ -1,10 +1,13 @@
 #include "graph/link_reader.h"
 
+#include <charconv>
 #include <fstream>
+#include <iterator>
 #include <locale>
 #include <memory>
 #include <sstream>
 #include <string_view>
+#include <system_error>
 #include <utility>
 
 namespace kcp {
@@ -27,23 +30,28 @@ bool Next_token(std::string_view line, std::size_t& pos, std::string_view& token
   return pos > start;
 }
 
-// Reads a weight token with the stream's own number parsing, so that partial numbers ("1.5abc"
-// reads 1.5), out-of-range values and malformed exponents succeed or fail exactly as extraction
-// from the line would: a number never continues past a blank, so the token holds all it reads.
-class Weight_parser {
- public:
-  Weight_parser() { in_.imbue(std::locale::classic()); }
+bool Is_digit(const char c) {
+  return c >= '0' && c <= '9';
+}
 
-  bool Parse(std::string_view token, double& weight) {
-    in_.clear();
-    in_.str(std::string(token));
-    in_ >> weight;
-    return !in_.fail();
+// A token of digits, points, exponent letters and signs that from_chars takes whole is a
+// complete decimal number: the stream would gather all of it and round it the same way (both
+// round correctly). A value out of range fails here and is left to the stream.
+bool Plain_decimal(std::string_view token, double& weight) {
+  // The stream takes one sign and then needs a digit or a point; from_chars refuses a '+'.
+  const std::size_t sign = (!token.empty() && (token[0] == '+' || token[0] == '-')) ? 1 : 0;
+  if (sign >= token.size() || !(Is_digit(token[sign]) || token[sign] == '.')) return false;
+  for (const char c : token.substr(sign)) {
+    if (!Is_digit(c) && c != '.' && c != 'e' && c != 'E' && c != '+' && c != '-') return false;
   }
-
- private:
-  std::istringstream in_;
-};
+  const char* const begin = token.data() + (token[0] == '+' ? 1 : 0);
+  const char* const end = token.data() + token.size();
+  double value = 0.0;
+  const auto [stop, error] = std::from_chars(begin, end, value);
+  if (error != std::errc() || stop != end) return false;
+  weight = value;
+  return true;
+}
 
 struct Thresholds {
   bool lower_flag;
@@ -61,8 +69,10 @@ void Read_links(const std::string& file, LinkMap& links, const Thresholds* thres
   links.clear();
 
   const bool weighted = thresholds != nullptr;
-  Weight_parser parser;
   std::string line;
+  // Files often list their links in key order: the place after the last link is then the right
+  // place for the next one, and a wrong hint costs only a normal search.
+  auto hint = links.end();
   while (std::getline(in, line)) {
     // No blanks are stripped first: " # x y" is a link from "#" to "x".
     if (line.empty() || line[0] == '#') continue;
@@ -75,17 +85,23 @@ void Read_links(const std::string& file, LinkMap& links, const Thresholds* thres
     double weight = 0.0;
     if (weighted) {
       std::string_view token;
-      if (!Next_token(line, pos, token) || !parser.Parse(token, weight)) throw Xep_wrong_line(line);
+      if (!Next_token(line, pos, token) || !Read_weight_token(token, weight))
+        throw Xep_wrong_line(line);
     }
     if (source == target) continue;
-    std::pair<std::string, std::string> key(source, target);
-    if (!weighted) {
-      links.insert_or_assign(std::move(key), 0.0);
-    } else if (Link_in_interval(weight, thresholds->lower_flag, thresholds->lower,
-                                thresholds->upper_flag, thresholds->upper)) {
-      // The thresholds judge each line on its own weight, never the sum; deliberate.
-      links[std::move(key)] += weight;
+    // The thresholds judge each line on its own weight, never the sum; deliberate.
+    if (weighted && !Link_in_interval(weight, thresholds->lower_flag, thresholds->lower,
+                                      thresholds->upper_flag, thresholds->upper)) {
+      continue;
     }
+    const auto it =
+        links.try_emplace(hint, std::pair<std::string, std::string>(source, target), 0.0);
+    if (weighted) {
+      it->second += weight;
+    } else {
+      it->second = 0.0;
+    }
+    hint = std::next(it);
   }
   // A stream that failed without reaching the end could not be read: a directory, which opens
   // but yields nothing, or an input error in the middle of the file.
@@ -101,7 +117,9 @@ Xep_read_file::Xep_read_file(const std::string& file)
       file(file),
       message_("ERROR: Something went wrong when trying to read from " + file) {}
 
-const char* Xep_read_file::what() const noexcept { return message_.c_str(); }
+const char* Xep_read_file::what() const noexcept {
+  return message_.c_str();
+}
 
 Xep_file_not_found::Xep_file_not_found(const std::string& file) : Xep_read_file(file) {
   message_ = "ERROR : File not found: '" + file + "' ";
@@ -116,12 +134,27 @@ Xep_wrong_line::Xep_wrong_line(const std::string& line, const std::string& file)
   message_ = "ERROR: Wrong line found in '" + file + "' :\n" + line;
 }
 
-void Read_unw_links(const std::string& file, LinkMap& links) { Read_links(file, links, nullptr); }
+void Read_unw_links(const std::string& file, LinkMap& links) {
+  Read_links(file, links, nullptr);
+}
 
 void Read_weighted_links(const std::string& file, LinkMap& links, const bool& lower_flag,
                          const double& lower, const bool& upper_flag, const double& upper) {
   const Thresholds thresholds{lower_flag, lower, upper_flag, upper};
   Read_links(file, links, &thresholds);
+}
+
+// Everything else (a number followed by letters, a lone sign, a value beyond the range of a
+// double, an exponent without digits) goes to the stream itself.
+bool Read_weight_token(std::string_view token, double& weight) {
+  if (Plain_decimal(token, weight)) return true;
+  std::istringstream in{std::string(token)};
+  in.imbue(std::locale::classic());
+  double value = 0.0;
+  in >> value;
+  if (in.fail()) return false;
+  weight = value;
+  return true;
 }
 
 bool Link_in_interval(const double& w, const bool& lower_flag, const double& lower,

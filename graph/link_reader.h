@@ -8,6 +8,7 @@
 
 #include <stdexcept>
 #include <string>
+#include <string_view>
 
 #include "driver/types.h"
 
@@ -42,6 +43,9 @@ class Xep_wrong_line : public Xep_read_file {
 void Read_unw_links(const std::string& file, LinkMap& links);
 void Read_weighted_links(const std::string& file, LinkMap& links, const bool& lower_flag,
                          const double& lower, const bool& upper_flag, const double& upper);
+// Reads one weight token exactly as `std::istream >> double` reads it from a line holding the
+// token (so "1.5abc" gives 1.5); false, with weight untouched, when that extraction fails.
+bool Read_weight_token(std::string_view token, double& weight);
 // Both bounds strict; a NaN weight passes only when no threshold is in force.
 bool Link_in_interval(const double& w, const bool& lower_flag, const double& lower,
                       const bool& upper_flag, const double& upper);

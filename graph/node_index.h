@@ -8,7 +8,6 @@
 
 namespace kcp {
 
-void Convert_s_links(IndexLinkMap& out, NameMap& names, const LinkMap& links,
-                     const bool& directed);
+void Convert_s_links(IndexLinkMap& out, NameMap& names, const LinkMap& links, const bool& directed);
 
 }  // namespace kcp

@@ -26,17 +26,37 @@ Vtx::Vtx(const Vtx& other)
       inc_neighs_(other.inc_neighs_),
       name_(other.name_) {}
 
-NodeIndex Vtx::Index() const { return index_; }
-NodeSet Vtx::Neighs() const { return neighs_; }
-const NodeSet& Vtx::Neighs_c() const { return neighs_; }
-std::vector<NodeSet> Vtx::Inc_neighs() const { return inc_neighs_; }
-const std::vector<NodeSet>& Vtx::Inc_neighs_c() const { return inc_neighs_; }
-std::string Vtx::Name() const { return name_; }
+NodeIndex Vtx::Index() const {
+  return index_;
+}
+NodeSet Vtx::Neighs() const {
+  return neighs_;
+}
+const NodeSet& Vtx::Neighs_c() const {
+  return neighs_;
+}
+std::vector<NodeSet> Vtx::Inc_neighs() const {
+  return inc_neighs_;
+}
+const std::vector<NodeSet>& Vtx::Inc_neighs_c() const {
+  return inc_neighs_;
+}
+std::string Vtx::Name() const {
+  return name_;
+}
 
-void Vtx::Set_index(const NodeIndex& index) { index_ = index; }
-void Vtx::Set_neighs(const NodeSet& neighs) { neighs_ = neighs; }
-void Vtx::Set_inc_neighs(const std::vector<NodeSet>& inc_neighs) { inc_neighs_ = inc_neighs; }
-void Vtx::Set_name(const std::string& name) { name_ = name; }
+void Vtx::Set_index(const NodeIndex& index) {
+  index_ = index;
+}
+void Vtx::Set_neighs(const NodeSet& neighs) {
+  neighs_ = neighs;
+}
+void Vtx::Set_inc_neighs(const std::vector<NodeSet>& inc_neighs) {
+  inc_neighs_ = inc_neighs;
+}
+void Vtx::Set_name(const std::string& name) {
+  name_ = name;
+}
 
 void Vtx::Add_neigh(const NodeIndex& n) {
   if (!neighs_.insert(n).second) {
@@ -76,7 +96,9 @@ void Vtx::Remove_inc_neigh(const std::size_t& j, const NodeIndex& n) {
   }
 }
 
-bool Vtx::operator<(const Vtx& other) const { return index_ < other.index_; }
+bool Vtx::operator<(const Vtx& other) const {
+  return index_ < other.index_;
+}
 
 Vtx& Vtx::operator=(const Vtx& other) {
   if (this != &other) Copy(other);
@@ -122,7 +144,9 @@ Vtxd::Vtxd(const NodeIndex& index, const NodeSet& oneighs, const NodeSet& ineigh
 
 Vtxd::Vtxd(const Vtxd& other) : Vtx(other), ineighs_(other.ineighs_), oneighs_(other.oneighs_) {}
 
-Vtxd::Vtxd(const Vtx& other) : Vtx() { Vtxd::Copy(other); }
+Vtxd::Vtxd(const Vtx& other) : Vtx() {
+  Vtxd::Copy(other);
+}
 
 void Vtxd::Remove_neigh(const NodeIndex& n) {
   const auto it = neighs_.find(n);
@@ -135,7 +159,9 @@ void Vtxd::Remove_neigh(const NodeIndex& n) {
   for (NodeSet& set : inc_neighs_) set.erase(n);
 }
 
-bool Vtxd::operator<(const Vtx& other) const { return index_ < other.Index(); }
+bool Vtxd::operator<(const Vtx& other) const {
+  return index_ < other.Index();
+}
 
 Vtxd& Vtxd::operator=(const Vtx& other) {
   if (this != &other) Copy(other);
@@ -162,10 +188,18 @@ void Vtxd::Copy(const Vtx& other) {
   }
 }
 
-NodeSet Vtxd::Oneighs() const { return oneighs_; }
-const NodeSet& Vtxd::Oneighs_c() const { return oneighs_; }
-NodeSet Vtxd::Ineighs() const { return ineighs_; }
-const NodeSet& Vtxd::Ineighs_c() const { return ineighs_; }
+NodeSet Vtxd::Oneighs() const {
+  return oneighs_;
+}
+const NodeSet& Vtxd::Oneighs_c() const {
+  return oneighs_;
+}
+NodeSet Vtxd::Ineighs() const {
+  return ineighs_;
+}
+const NodeSet& Vtxd::Ineighs_c() const {
+  return ineighs_;
+}
 
 void Vtxd::Set_oneighs(const NodeSet& oneighs) {
   if (&oneighs != &oneighs_) oneighs_ = oneighs;
@@ -205,7 +239,9 @@ void Vtxd::Remove_ineigh(const NodeIndex& n) {
   if (oneighs_.find(n) == oneighs_.end()) neighs_.erase(n);
 }
 
-bool Vtxd::operator<(const Vtxd& other) const { return index_ < other.index_; }
+bool Vtxd::operator<(const Vtxd& other) const {
+  return index_ < other.index_;
+}
 
 Vtxd& Vtxd::operator=(const Vtxd& other) {
   if (this != &other) Copy(other);
@@ -334,7 +370,8 @@ void export_data(std::ostream& out, const Vtx& vtx, const std::string& separator
 
 void export_data(std::ostream& out, const Vtxd& vtx, const std::string& separator,
                  const std::string& opening, const std::string& closing) {
-  out << vtx.Index() << " (" << vtx.Name() << ") : " << " oneighs. :";
+  out << vtx.Index() << " (" << vtx.Name() << ") : "
+      << " oneighs. :";
   export_data(out, vtx.Oneighs_c(), separator, opening, closing);
   out << separator << " ineighs. :";
   export_data(out, vtx.Ineighs_c(), separator, opening, closing);

@@ -8,6 +8,6 @@ cmake --build build-example -j "$(nproc)" --target varnel >/dev/null
 rm -rf examples/run
 mkdir -p examples/run
 cp examples/karate.links examples/run/
-(cd examples/run && ../../build-example/varnel -i karate.links)
+(cd examples/run && ../../build-example/driver/varnel -i karate.links)
 echo
 echo "Results written to examples/run/karate.links_files/"

@@ -148,7 +148,10 @@ std::string double2string(const double& x, const std::uint32_t& digits) {
   if (r == p) {
     const std::int64_t whole = x > 0 ? ip + 1 : ip - 1;
     std::string text = std::to_string(whole);
-    if (digits > 0) text += "." + std::string(digits, '0');
+    if (digits > 0) {
+      text += '.';
+      text.append(digits, '0');
+    }
     return text;
   }
   std::string text = std::to_string(ip);

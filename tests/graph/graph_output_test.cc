@@ -58,10 +58,10 @@ TEST(GraphOutput, DirectedRunWritesOnlyTheDirectedFile) {
 
 TEST(GraphOutput, WeightsInShortestSixDigitForm) {
   Test_dir dir;
-  const LinkMap links{{{"a", "b"}, 0.15},      {{"a", "c"}, 2.0},        {{"a", "d"}, 2e6},
-                      {{"a", "e"}, 1234567.0}, {{"a", "f"}, 0.0001},     {{"a", "g"}, 0.00001},
-                      {{"a", "h"}, 123456.0},  {{"a", "i"}, -0.5},       {{"a", "j"}, 0.0},
-                      {{"a", "k"}, 1.0 / 3.0}, {{"a", "l"}, 999999.5},  {{"a", "m"}, 1.5e-7}};
+  const LinkMap links{{{"a", "b"}, 0.15},      {{"a", "c"}, 2.0},      {{"a", "d"}, 2e6},
+                      {{"a", "e"}, 1234567.0}, {{"a", "f"}, 0.0001},   {{"a", "g"}, 0.00001},
+                      {{"a", "h"}, 123456.0},  {{"a", "i"}, -0.5},     {{"a", "j"}, 0.0},
+                      {{"a", "k"}, 1.0 / 3.0}, {{"a", "l"}, 999999.5}, {{"a", "m"}, 1.5e-7}};
   Kiir_graph(links, dir.path(), false, " from y\n", true);
   EXPECT_EQ(Read_file(dir / "graph"),
             "# The links from y\n"
@@ -91,8 +91,10 @@ TEST(GraphOutput, NamesAsReadInByteOrder) {
             "# (self-links were removed)\n"
             "\n"
             "#x y\n"
-            "B " + accented + "\n"
-            "a #\n");
+            "B " +
+                accented +
+                "\n"
+                "a #\n");
 }
 
 TEST(GraphOutput, BaseTextEndingWithAFullStopRunsIntoTheNextLine) {
@@ -112,7 +114,8 @@ TEST(GraphOutput, OverwritesAnEarlierFileAndKeepsTheDirectory) {
   testing::Write_file(dir / "keep.txt", "mine");
   testing::Write_file(dir / "graph", std::string(5000, 'o'));
   Kiir_graph(LinkMap{}, dir.path(), false, "", false);
-  EXPECT_EQ(Read_file(dir / "graph"), "# The links# (mutual links and self-links were removed)\n\n");
+  EXPECT_EQ(Read_file(dir / "graph"),
+            "# The links# (mutual links and self-links were removed)\n\n");
   EXPECT_EQ(Read_file(dir / "keep.txt"), "mine");
 }
 

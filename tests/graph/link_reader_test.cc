@@ -5,11 +5,14 @@
 #include <unistd.h>
 
 #include <cmath>
+#include <cstring>
 #include <filesystem>
 #include <limits>
 #include <random>
+#include <sstream>
 #include <string>
 #include <typeinfo>
+#include <vector>
 
 #include "tests/support/test_dir.h"
 
@@ -54,7 +57,9 @@ Xep_wrong_line Wrong_line(const std::string& content, Reader reader, LinkMap& li
   return Xep_wrong_line("");
 }
 
-void Read_unw(const std::string& file, LinkMap& links) { Read_unw_links(file, links); }
+void Read_unw(const std::string& file, LinkMap& links) {
+  Read_unw_links(file, links);
+}
 void Read_w(const std::string& file, LinkMap& links) {
   Read_weighted_links(file, links, false, 0.0, false, 0.0);
 }
@@ -65,7 +70,8 @@ std::string Wrong_line_text(const std::string& line) {
 
 TEST(LinkReaderErrors, TextsOfTheExceptions) {
   const Xep_read_file plain("net.txt");
-  EXPECT_EQ(std::string(plain.what()), "ERROR: Something went wrong when trying to read from net.txt");
+  EXPECT_EQ(std::string(plain.what()),
+            "ERROR: Something went wrong when trying to read from net.txt");
   EXPECT_EQ(plain.file, "net.txt");
 
   const Xep_read_file unnamed;
@@ -220,8 +226,7 @@ TEST(LinkReader, ThresholdsAreStrictAndJudgeEachLine) {
   // Each line passes the upper threshold; the sum may exceed it.
   EXPECT_EQ(Weighted("a b 1.5\na b 1.5\n", false, 0, true, 2.0), (LinkMap{{{"a", "b"}, 3.0}}));
   // A failing line of a pair leaves the passing ones alone.
-  EXPECT_EQ(Weighted("a b 1\na b 7\na b 2\n", true, 0.5, true, 5.0),
-            (LinkMap{{{"a", "b"}, 3.0}}));
+  EXPECT_EQ(Weighted("a b 1\na b 7\na b 2\n", true, 0.5, true, 5.0), (LinkMap{{{"a", "b"}, 3.0}}));
 }
 
 TEST(LinkReader, LinkInInterval) {
@@ -285,12 +290,90 @@ TEST(LinkReader, WeightIsReadAsTheStreamReadsANumber) {
   EXPECT_EQ(Weighted("a b 1e-400\n"), (LinkMap{{{"a", "b"}, 0.0}}));
   // A started exponent without digits, a lone sign or point, words, and values beyond the
   // range of a double are not numbers.
-  for (const std::string weight : {"1e", "1e+", "-", "+", ".", "abc", "inf", "nan", "1e400",
-                                   "-1e400"}) {
+  for (const std::string weight :
+       {"1e", "1e+", "-", "+", ".", "abc", "inf", "nan", "1e400", "-1e400"}) {
     LinkMap links;
     const Xep_wrong_line e = Wrong_line("a b " + weight + "\n", Read_w, links);
     EXPECT_EQ(e.line, "a b " + weight);
     EXPECT_TRUE(links.empty());
+  }
+}
+
+// The weight token must read exactly as extraction from the whole line does: same success, same
+// bits. Tokens drawn from number characters and a few others hit every corner of the syntax.
+TEST(LinkReader, WeightTokenMatchesStreamExtraction) {
+  std::vector<std::string> tokens = {"0",
+                                     "-0",
+                                     "+0",
+                                     "00012",
+                                     "1.",
+                                     ".5",
+                                     "-.5e1",
+                                     "1.e5",
+                                     "1e",
+                                     "1e+",
+                                     "1e-",
+                                     "1e+5",
+                                     "1E-5",
+                                     "e5",
+                                     ".e5",
+                                     "..5",
+                                     "1..5",
+                                     "1-2",
+                                     "+-1",
+                                     "-+1",
+                                     "--1",
+                                     "++1",
+                                     "+",
+                                     "-",
+                                     ".",
+                                     "+.",
+                                     "-.",
+                                     "1e400",
+                                     "-1e400",
+                                     "1e-400",
+                                     "4.9e-324",
+                                     "2.4e-324",
+                                     "1e-310",
+                                     "1.7976931348623157e308",
+                                     "1.7976931348623159e308",
+                                     "0.1",
+                                     "0.30000000000000004",
+                                     "123456789012345678901234567890",
+                                     "9007199254740993",
+                                     "1e5e5",
+                                     "1.5abc",
+                                     "0x1p3",
+                                     "inf",
+                                     "nan",
+                                     "1,5",
+                                     "١"};
+  std::mt19937 random(77);
+  const std::string alphabet = "0123456789.eE+-x";
+  for (int i = 0; i < 20000; ++i) {
+    std::string token(1 + random() % 9, ' ');
+    for (char& c : token) c = alphabet[random() % alphabet.size()];
+    tokens.push_back(token);
+  }
+  for (int i = 0; i < 2000; ++i) {
+    std::string token = std::to_string(random()) + "." + std::to_string(random()) + "e" +
+                        std::to_string(static_cast<int>(random() % 700) - 350);
+    tokens.push_back(token);
+  }
+  for (const std::string& token : tokens) {
+    std::istringstream line("a b " + token);
+    std::string source;
+    std::string target;
+    double expected = 0.0;
+    line >> source >> target >> expected;
+    double weight = -7.0;
+    const bool read = Read_weight_token(token, weight);
+    ASSERT_EQ(read, !line.fail()) << token;
+    if (read) {
+      ASSERT_EQ(std::memcmp(&weight, &expected, sizeof weight), 0) << token;
+    } else {
+      ASSERT_EQ(weight, -7.0) << token;
+    }
   }
 }
 
@@ -301,8 +384,7 @@ TEST(LinkReader, AllCLocaleBlanksSeparateTokens) {
 }
 
 TEST(LinkReader, CarriageReturnLineEnds) {
-  EXPECT_EQ(Weighted("a b 1\r\nb c 2\r\n"),
-            (LinkMap{{{"a", "b"}, 1.0}, {{"b", "c"}, 2.0}}));
+  EXPECT_EQ(Weighted("a b 1\r\nb c 2\r\n"), (LinkMap{{{"a", "b"}, 1.0}, {{"b", "c"}, 2.0}}));
   EXPECT_EQ(Unw("a b\r\nb c\r\n"), (LinkMap{{{"a", "b"}, 0.0}, {{"b", "c"}, 0.0}}));
   // An empty line holds a lone carriage return and is not empty.
   LinkMap links;

@@ -368,13 +368,27 @@ TEST(Vtxd, MutatorsKeepNeighsTheUnionOfInAndOut) {
     const std::size_t j = random() % 3;
     try {
       switch (random() % 7) {
-        case 0: d.Add_oneigh(n); break;
-        case 1: d.Add_ineigh(n); break;
-        case 2: d.Remove_oneigh(n); break;
-        case 3: d.Remove_ineigh(n); break;
-        case 4: d.Remove_neigh(n); break;
-        case 5: d.Add_inc_neigh(j, n); break;
-        default: d.Remove_inc_neigh(j, n); break;
+        case 0:
+          d.Add_oneigh(n);
+          break;
+        case 1:
+          d.Add_ineigh(n);
+          break;
+        case 2:
+          d.Remove_oneigh(n);
+          break;
+        case 3:
+          d.Remove_ineigh(n);
+          break;
+        case 4:
+          d.Remove_neigh(n);
+          break;
+        case 5:
+          d.Add_inc_neigh(j, n);
+          break;
+        default:
+          d.Remove_inc_neigh(j, n);
+          break;
       }
     } catch (const Xerror_msg&) {
     }
@@ -434,7 +448,8 @@ TEST_F(VtxText, VerticalRecordForms) {
 
   std::ostringstream directed;
   directed << d_;
-  EXPECT_EQ(directed.str(), "7 'g' :\n oneighs. :\n1\n2\n ineighs. : \n2\n3\n  inc_neighs. : \n3\n");
+  EXPECT_EQ(directed.str(),
+            "7 'g' :\n oneighs. :\n1\n2\n ineighs. : \n2\n3\n  inc_neighs. : \n3\n");
 }
 
 TEST_F(VtxText, ExportedRecordForms) {
