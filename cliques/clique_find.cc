@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <sstream>
 
+#include "cliques/node_cliques.h"
 #include "cliques/search_report.h"
 #include "text/console.h"
 
@@ -233,51 +234,14 @@ void Recurrent_inc_investigator(const NodeIndex& x, const VtxMap& working, VtxMa
 void Clique_find_main_inv(const NodeIndex& v, VtxMap& working, VtxMap& vertices,
                           CliqueList& cliques, OverlapMatrix& overlaps,
                           NodeCliqueMap& node_cliques) {
-  const NodeSet& neighs = Working_neighs(working, v);
-  const NodeList N(neighs.begin(), neighs.end());
-  const auto record = vertices.find(v);
-  if (record == vertices.end()) {
-    throw Xerror_msg("ERROR: Clique_find() : node " + std::to_string(v) + " has no vertex record.");
+  // The depth-first search of Recurrent_inc_investigator registers exactly these cliques in
+  // exactly this order (node_cliques.h); finding them with a pivoting search keeps dense
+  // neighbourhoods from costing exponential time.
+  for (const NodeList& clique : Node_cliques_in_order(v, working, vertices)) {
+    Iktatjuk_az_uj_math_cliquet(cliques, clique, vertices, overlaps, node_cliques);
   }
-  KnownCliques known = Known_cliques_of(record->second);
-  // The neighbours of v processed before it.
-  NodeList gone;
-  for (const NodeIndex n : record->second.Neighs_c()) {
-    if (!std::binary_search(N.begin(), N.end(), n)) gone.push_back(n);
-  }
-
-  const NodeIndex only_v[1] = {v};
-  const std::span<const NodeIndex> all(N);
-  std::size_t head = 0;  // P is N[head, end)
-  std::size_t known_checked = 0;
-  // A last candidate alone could only give a two-node clique.
-  while (N.size() - head > 1) {
-    const std::span<const NodeIndex> P = all.subspan(head);
-    // Once a known clique holds v and every candidate left, each later w would be skipped.
-    if (known.size() != known_checked) {
-      known_checked = known.size();
-      if (!Mehet_tovabb(known, only_v, P)) break;
-    }
-    const NodeIndex w = P.front();
-    const NodeList C = v < w ? NodeList{v, w} : NodeList{w, v};
-    const NodeList T = Tighten(Working_neighs(working, w), P, C);
-    ++head;
-    if (T.empty() || !Mehet_tovabb(known, C, T)) continue;
-    const NodeList X = Linked_of(gone, all.first(head - 1), Full_neighs(vertices, w));
-    if (Dominated(X, T, vertices)) continue;
-    const std::span<const NodeIndex> candidates(T);
-    std::size_t checked = known.size();
-    for (std::size_t i = 0; i < T.size(); ++i) {
-      if (i > 0 && known.size() != checked) {
-        checked = known.size();
-        if (!Mehet_tovabb(known, C, candidates.subspan(i))) break;
-      }
-      Investigate(T[i], working, vertices, C, candidates.subspan(i + 1), X, candidates.first(i),
-                  cliques, known, overlaps, node_cliques);
-    }
-  }
-
   Vtx& own = working.find(v)->second;
+  const NodeList N(own.Neighs_c().begin(), own.Neighs_c().end());
   for (const NodeIndex n : N) {
     own.Remove_neigh(n);
     working.find(n)->second.Remove_neigh(v);

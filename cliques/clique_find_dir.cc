@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <sstream>
 #include <string>
+#include <unordered_map>
 
 #include "cliques/search_report.h"
 #include "driver/xerror_msg.h"
@@ -13,8 +14,6 @@ namespace kcp {
 namespace Clique_find_dir_sub_routines {
 
 namespace {
-
-using Clique_find_sub_routines::Mehet_tovabb;
 
 const Vtxd& Working_record(const VtxdMap& working, const NodeIndex& x) {
   const auto record = working.find(x);
@@ -99,7 +98,220 @@ bool Dominated(const GapList& gaps, const NodeList& S, const Bounds& bounds,
   return false;
 }
 
-// A level of the recursion: its gap list (the caller's own list at the root), the gap whose
+// ---- The maximal directed cliques a node must end with, on bit rows over its neighbourhood.
+
+using Bits = std::vector<std::uint64_t>;
+
+bool Test(const Bits& bits, const std::size_t& i) {
+  return (bits[i >> 6] >> (i & 63)) & 1u;
+}
+void Set(Bits& bits, const std::size_t& i) {
+  bits[i >> 6] |= std::uint64_t{1} << (i & 63);
+}
+
+// v (local 0) and its neighbours (local 1.., ascending) with the links among them.
+struct Local_graph {
+  NodeList nodes;
+  std::size_t words = 0;
+  std::vector<Bits> out;  // out[i] holds j when i links to j
+  std::vector<Bits> in;   // in[i] holds j when j links to i
+
+  // Nodes that i links to one way only (from_i) or that link one way only to i (to_i).
+  Bits One_way_from(const std::size_t& i) const {
+    Bits bits(words);
+    for (std::size_t w = 0; w < words; ++w) bits[w] = out[i][w] & ~in[i][w];
+    return bits;
+  }
+  Bits One_way_to(const std::size_t& i) const {
+    Bits bits(words);
+    for (std::size_t w = 0; w < words; ++w) bits[w] = in[i][w] & ~out[i][w];
+    return bits;
+  }
+};
+
+Local_graph Local_graph_of(const NodeIndex& v, const VtxdMap& vertices) {
+  Local_graph graph;
+  const NodeSet& neighs = Full_record(vertices, v).Neighs_c();
+  graph.nodes.push_back(v);
+  graph.nodes.insert(graph.nodes.end(), neighs.begin(), neighs.end());
+  const std::size_t n = graph.nodes.size();
+  graph.words = (n + 63) / 64;
+  graph.out.assign(n, Bits(graph.words, 0));
+  graph.in.assign(n, Bits(graph.words, 0));
+  const auto local = [&](const NodeIndex& node) -> std::size_t {
+    if (node == v) return 0;
+    const auto at = std::lower_bound(graph.nodes.begin() + 1, graph.nodes.end(), node);
+    return at != graph.nodes.end() && *at == node
+               ? static_cast<std::size_t>(at - graph.nodes.begin())
+               : n;
+  };
+  for (std::size_t i = 0; i < n; ++i) {
+    for (const NodeIndex target : Full_record(vertices, graph.nodes[i]).Oneighs_c()) {
+      const std::size_t j = local(target);
+      if (j == n) continue;
+      Set(graph.out[i], j);
+      Set(graph.in[j], i);
+    }
+  }
+  return graph;
+}
+
+bool Meets(const Bits& a, const Bits& b) {
+  for (std::size_t w = 0; w < a.size(); ++w) {
+    if ((a[w] & b[w]) != 0) return true;
+  }
+  return false;
+}
+
+bool Within(const Bits& part, const Bits& whole) {
+  for (std::size_t w = 0; w < part.size(); ++w) {
+    if ((part[w] & ~whole[w]) != 0) return false;
+  }
+  return true;
+}
+
+// The members of `members` reached from u along one-way links, forwards or backwards, u
+// included.
+Bits Reached(const Local_graph& graph, const std::size_t& u, const Bits& members,
+             const bool& forwards) {
+  Bits reached(graph.words, 0);
+  Set(reached, u);
+  std::vector<std::size_t> open{u};
+  while (!open.empty()) {
+    const std::size_t f = open.back();
+    open.pop_back();
+    const Bits next = forwards ? graph.One_way_from(f) : graph.One_way_to(f);
+    for (std::size_t w = 0; w < graph.words; ++w) {
+      std::uint64_t fresh = next[w] & members[w] & ~reached[w];
+      reached[w] |= fresh;
+      while (fresh != 0) {
+        const std::size_t bit = static_cast<std::size_t>(__builtin_ctzll(fresh));
+        open.push_back(w * 64 + bit);
+        fresh &= fresh - 1;
+      }
+    }
+  }
+  return reached;
+}
+
+struct Bk_frame {
+  std::vector<std::size_t> R;
+  Bits R_bits;
+  std::vector<std::size_t> P;
+  std::vector<std::size_t> X;
+  std::size_t next = 0;
+};
+
+// True when a node of X could join every clique R can grow into within P: it is linked both
+// ways with all of R ∪ P, or links to all of them, or all of them link to it.
+bool Bk_dominated(const Local_graph& graph, const Bk_frame& frame) {
+  Bits reach = frame.R_bits;
+  for (const std::size_t z : frame.P) Set(reach, z);
+  for (const std::size_t x : frame.X) {
+    if (Within(reach, graph.out[x]) || Within(reach, graph.in[x])) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+CliqueList Maximal_dir_cliques_of(const NodeIndex& v, const VtxdMap& working,
+                                  const VtxdMap& vertices) {
+  const Local_graph graph = Local_graph_of(v, vertices);
+  CliqueList result;
+  // Maximal node sets holding v whose one-way links leave no cycle, found by extending R with
+  // the candidates P while X keeps the nodes that must stay out (processed before v, or tried
+  // already); R is maximal when neither has a node left that could join it.
+  std::vector<Bk_frame> stack(1);
+  Bk_frame& root = stack.back();
+  root.R.push_back(0);
+  root.R_bits.assign(graph.words, 0);
+  Set(root.R_bits, 0);
+  for (std::size_t i = 1; i < graph.nodes.size(); ++i) {
+    (working.count(graph.nodes[i]) != 0 ? root.P : root.X).push_back(i);
+  }
+  if (root.P.empty() || Bk_dominated(graph, root)) return result;
+  while (!stack.empty()) {
+    Bk_frame& top = stack.back();
+    if (top.next == top.P.size()) {
+      stack.pop_back();
+      continue;
+    }
+    const std::size_t i = top.next++;
+    const std::size_t u = top.P[i];
+    Bk_frame child;
+    child.R = top.R;
+    child.R.push_back(u);
+    child.R_bits = top.R_bits;
+    Set(child.R_bits, u);
+    const Bits before_u = Reached(graph, u, child.R_bits, false);
+    const Bits after_u = Reached(graph, u, child.R_bits, true);
+    // z may join R + u when it is linked with u and closes no cycle of one-way links through u.
+    const auto may_join = [&](const std::size_t& z) {
+      if (!Test(graph.out[u], z) && !Test(graph.in[u], z)) return false;
+      return !(Meets(graph.One_way_from(z), before_u) && Meets(graph.One_way_to(z), after_u));
+    };
+    for (std::size_t j = i + 1; j < top.P.size(); ++j) {
+      if (may_join(top.P[j])) child.P.push_back(top.P[j]);
+    }
+    for (const std::size_t x : top.X) {
+      if (may_join(x)) child.X.push_back(x);
+    }
+    for (std::size_t j = 0; j < i; ++j) {
+      if (may_join(top.P[j])) child.X.push_back(top.P[j]);
+    }
+    if (child.P.empty()) {
+      if (child.X.empty() && child.R.size() >= 3) {
+        Clique clique;
+        for (const std::size_t m : child.R) clique.push_back(graph.nodes[m]);
+        std::sort(clique.begin(), clique.end());
+        result.push_back(std::move(clique));
+      }
+      continue;
+    }
+    if (Bk_dominated(graph, child)) continue;
+    stack.push_back(std::move(child));
+  }
+  std::sort(result.begin(), result.end());
+  return result;
+}
+
+namespace {
+
+// Known, with for every node the positions of the known cliques holding it, so that a subset test
+// reads only the cliques holding the rarest member of the set. Cliques appended to Known since the
+// last test are taken in first.
+class Known_index {
+ public:
+  explicit Known_index(const KnownCliques& known) : known_(known) {}
+
+  // Mehet_tovabb(known, S): false when a known clique holds S.
+  bool Mehet_tovabb(const NodeList& S) {
+    for (; indexed_ < known_.size(); ++indexed_) {
+      for (const NodeIndex m : known_[indexed_]) {
+        holding_[m].push_back(static_cast<std::uint32_t>(indexed_));
+      }
+    }
+    const std::vector<std::uint32_t>* rarest = nullptr;
+    for (const NodeIndex n : S) {
+      const auto at = holding_.find(n);
+      if (at == holding_.end()) return true;
+      if (rarest == nullptr || at->second.size() < rarest->size()) rarest = &at->second;
+    }
+    if (rarest == nullptr) return known_.empty();
+    for (const std::uint32_t k : *rarest) {
+      if (Is_subset(S, known_[k])) return false;
+    }
+    return true;
+  }
+
+ private:
+  const KnownCliques& known_;
+  std::unordered_map<NodeIndex, std::vector<std::uint32_t>> holding_;
+  std::size_t indexed_ = 0;
+};
+
+// A level of the walk: its gap list (the caller's own list at the root), the gap whose
 // candidates it is trying, and the link bounds of its members.
 struct Frame {
   GapList owned;
@@ -109,31 +321,86 @@ struct Frame {
   Bounds bounds;
 };
 
-// The start of one call: returns true when the list goes on to be extended, and records it when
-// it is finished. A list none of whose completions could be maximal is not extended.
-bool Enter(GapList& gaps, const Bounds& bounds, const VtxdMap& vertices, KnownCliques& known,
-           FoundCliques& found, NodeList& S) {
-  Merge_already_full_and_possibs(S, gaps);
-  if (!Mehet_tovabb(known, S)) return false;
-  if (No_more_possible_member(gaps)) {
-    Iktatjuk_az_uj_vert_clt(gaps, found, known);
+// The state of one node's search: the known and found cliques, a limit on the steps of the
+// plain walk, and, once that limit was hit, the cliques the node must end with.
+struct Dir_search {
+  Dir_search(const VtxdMap& working_map, const VtxdMap& vertex_map, KnownCliques& known_cliques,
+             FoundCliques& found_cliques, const std::size_t& limit)
+      : working(working_map),
+        vertices(vertex_map),
+        known(known_cliques),
+        found(found_cliques),
+        step_limit(limit),
+        index(known_cliques) {}
+
+  const VtxdMap& working;
+  const VtxdMap& vertices;
+  KnownCliques& known;
+  FoundCliques& found;
+  std::size_t step_limit;
+  std::size_t steps = 0;
+  bool over = false;
+  bool targeted = false;
+  CliqueList targets;  // ascending
+  std::vector<char> hit;
+  std::size_t left = 0;
+  NodeList S;
+  Known_index index;
+
+  bool Stopped() const { return over || (targeted && left == 0); }
+
+  void Note_find() {
+    if (!targeted || known.empty()) return;
+    const auto at = std::lower_bound(targets.begin(), targets.end(), known.back());
+    if (at == targets.end() || *at != known.back()) return;
+    char& seen = hit[static_cast<std::size_t>(at - targets.begin())];
+    if (!seen) {
+      seen = 1;
+      --left;
+    }
+  }
+
+  // Some target not found yet holds every member and lies within S.
+  bool Leads_to_a_target(const GapList& gaps) const {
+    NodeList members;
+    for (std::size_t i = 0; i + 1 < gaps.size(); ++i) members.push_back(gaps[i].label);
+    std::sort(members.begin(), members.end());
+    for (std::size_t t = 0; t < targets.size(); ++t) {
+      if (!hit[t] && Is_subset(members, targets[t]) && Is_subset(targets[t], S)) return true;
+    }
     return false;
   }
-  return !Dominated(gaps, S, bounds, vertices);
+};
+
+// The start of one call of the walk: returns true when the list goes on to be extended, and
+// records it when it is finished. A list none of whose completions could be a new maximal
+// clique is not extended: it could only record cliques that a later find drops again.
+bool Enter(GapList& gaps, const Bounds& bounds, Dir_search& search) {
+  if (++search.steps > search.step_limit) {
+    search.over = true;
+    return false;
+  }
+  Merge_already_full_and_possibs(search.S, gaps);
+  if (!search.index.Mehet_tovabb(search.S)) return false;
+  if (No_more_possible_member(gaps)) {
+    Iktatjuk_az_uj_vert_clt(gaps, search.found, search.known);
+    search.Note_find();
+    return false;
+  }
+  if (Dominated(gaps, search.S, bounds, search.vertices)) return false;
+  return !search.targeted || search.Leads_to_a_target(gaps);
 }
 
 // Recurrent_inc_inv_dir with the link bounds of the list's members given.
-void Extend(GapList& gaps, const Bounds& bounds, const VtxdMap& working, const VtxdMap& vertices,
-            KnownCliques& known, FoundCliques& found) {
-  NodeList S;
-  if (!Enter(gaps, bounds, vertices, known, found, S)) return;
+void Extend(GapList& gaps, const Bounds& bounds, Dir_search& search) {
+  if (!Enter(gaps, bounds, search)) return;
   // The recursion, one frame per member inserted, walked in the same order as the nested calls
   // would be; the root frame works on the caller's list, as the call by reference does.
   std::vector<Frame> stack(1);
   stack.back().root = true;
-  stack.back().known_checked = known.size();
+  stack.back().known_checked = search.known.size();
   stack.back().bounds = bounds;
-  while (!stack.empty()) {
+  while (!stack.empty() && !search.Stopped()) {
     Frame& top = stack.back();
     GapList& list = top.root ? gaps : top.owned;
     while (top.gap < list.size() && list[top.gap].candidates.empty()) ++top.gap;
@@ -143,25 +410,75 @@ void Extend(GapList& gaps, const Bounds& bounds, const VtxdMap& working, const V
     }
     // Every later call from this frame starts from a subset of what the list can still reach;
     // once a known clique holds all of it they would all return at once, so the frame ends here.
-    if (known.size() != top.known_checked) {
-      top.known_checked = known.size();
-      Merge_already_full_and_possibs(S, list);
-      if (!Mehet_tovabb(known, S)) {
+    if (search.known.size() != top.known_checked) {
+      top.known_checked = search.known.size();
+      Merge_already_full_and_possibs(search.S, list);
+      if (!search.index.Mehet_tovabb(search.S)) {
         stack.pop_back();
         continue;
       }
     }
     const auto position = list.begin() + static_cast<std::ptrdiff_t>(top.gap);
     const NodeIndex y = position->candidates.front();
-    GapList next = Tighten_dir(list, position, y, working);
+    GapList next = Tighten_dir(list, position, y, search.working);
     Take_first_candidate(list[top.gap]);
-    Bounds next_bounds = Add_member(top.bounds, y, vertices);
-    if (Enter(next, next_bounds, vertices, known, found, S)) {
+    Bounds next_bounds = Add_member(top.bounds, y, search.vertices);
+    if (Enter(next, next_bounds, search)) {
       Frame child;
       child.owned = std::move(next);
-      child.known_checked = known.size();
+      child.known_checked = search.known.size();
       child.bounds = std::move(next_bounds);
       stack.push_back(std::move(child));
+    }
+  }
+}
+
+// The walk of Main_inc_dir_investigator for node v, up to the registration.
+void Walk_node(const NodeIndex& v, Dir_search& search) {
+  const Vtxd& own = Working_record(search.working, v);
+  const Vtxd& full = Full_record(search.vertices, v);
+  GapList L{Gap{v, Sorted(own.Ineighs_c())}, Gap{v, Sorted(own.Oneighs_c())}};
+  const Bounds v_bounds{Sorted(full.Ineighs_c()), Sorted(full.Oneighs_c())};
+  NodeList& S = search.S;
+  std::size_t known_checked = 0;
+  for (std::size_t e = 0; e < L.size(); ++e) {
+    while (!L[e].candidates.empty() && !search.Stopped()) {
+      // What L can still reach bounds every later branch; once a known clique holds it, every
+      // later w would be skipped.
+      if (search.known.size() != known_checked) {
+        known_checked = search.known.size();
+        Merge_already_full_and_possibs(S, L);
+        if (!search.index.Mehet_tovabb(S)) return;
+      }
+      const auto at_e = L.cbegin() + static_cast<std::ptrdiff_t>(e);
+      const NodeIndex w = at_e->candidates.front();
+      GapList R = Tighten_dir(L, at_e, w, search.working);
+      Take_first_candidate(L[e]);
+      Merge_already_full_and_possibs(S, R);
+      if (!search.index.Mehet_tovabb(S)) continue;
+      const Bounds R_bounds = Add_member(v_bounds, w, search.vertices);
+      if (Dominated(R, S, R_bounds, search.vertices)) continue;
+      if (search.targeted && !search.Leads_to_a_target(R)) continue;
+      std::size_t checked = search.known.size();
+      for (std::size_t f = 0; f < R.size() && !search.Stopped(); ++f) {
+        bool done = false;
+        while (!R[f].candidates.empty() && !search.Stopped()) {
+          if (search.known.size() != checked) {
+            checked = search.known.size();
+            Merge_already_full_and_possibs(S, R);
+            if (!search.index.Mehet_tovabb(S)) {
+              done = true;
+              break;
+            }
+          }
+          const auto at_f = R.cbegin() + static_cast<std::ptrdiff_t>(f);
+          const NodeIndex y = at_f->candidates.front();
+          GapList R2 = Tighten_dir(R, at_f, y, search.working);
+          Take_first_candidate(R[f]);
+          Extend(R2, Add_member(R_bounds, y, search.vertices), search);
+        }
+        if (done) break;
+      }
     }
   }
 }
@@ -234,68 +551,34 @@ void Iktatjuk_az_uj_vert_clt(GapList gaps, FoundCliques& found, KnownCliques& kn
 
 void Recurrent_inc_inv_dir(GapList& gaps, const VtxdMap& working, const VtxdMap& vertices,
                            KnownCliques& known, FoundCliques& found) {
-  Extend(gaps, Bounds_of(gaps, vertices), working, vertices, known, found);
+  Dir_search search{working, vertices, known, found, static_cast<std::size_t>(-1)};
+  Extend(gaps, Bounds_of(gaps, vertices), search);
 }
 
 void Main_inc_dir_investigator(const NodeIndex& v, VtxdMap& working, VtxdMap& vertices,
                                CliqueList& cliques, OverlapMatrix& overlaps,
-                               NodeCliqueMap& node_cliques) {
-  const Vtxd& own = Working_record(working, v);
-  const NodeList N(own.Neighs_c().begin(), own.Neighs_c().end());
-  const auto record = vertices.find(v);
-  if (record == vertices.end()) {
-    throw Xerror_msg("ERROR: Clique_find_dir() : node " + std::to_string(v) +
-                     " has no vertex record.");
-  }
-  KnownCliques known = Clique_find_sub_routines::Known_cliques_of(record->second);
+                               NodeCliqueMap& node_cliques, const std::size_t& plain_steps) {
+  const NodeSet& neighs = Working_record(working, v).Neighs_c();
+  const NodeList N(neighs.begin(), neighs.end());
+  const KnownCliques known_before =
+      Clique_find_sub_routines::Known_cliques_of(Full_record(vertices, v));
+  KnownCliques known = known_before;
   FoundCliques found;
-
-  GapList L{Gap{v, Sorted(own.Ineighs_c())}, Gap{v, Sorted(own.Oneighs_c())}};
-  const Bounds v_bounds{Sorted(record->second.Ineighs_c()), Sorted(record->second.Oneighs_c())};
-  NodeList S;
-  std::size_t known_checked = 0;
-  bool covered = false;
-  for (std::size_t e = 0; e < L.size() && !covered; ++e) {
-    while (!L[e].candidates.empty()) {
-      // What L can still reach bounds every later branch; once a known clique holds it, every
-      // later w would be skipped.
-      if (known.size() != known_checked) {
-        known_checked = known.size();
-        Merge_already_full_and_possibs(S, L);
-        if (!Mehet_tovabb(known, S)) {
-          covered = true;
-          break;
-        }
-      }
-      const auto at_e = L.cbegin() + static_cast<std::ptrdiff_t>(e);
-      const NodeIndex w = at_e->candidates.front();
-      GapList R = Tighten_dir(L, at_e, w, working);
-      Take_first_candidate(L[e]);
-      Merge_already_full_and_possibs(S, R);
-      if (!Mehet_tovabb(known, S)) continue;
-      const Bounds R_bounds = Add_member(v_bounds, w, vertices);
-      if (Dominated(R, S, R_bounds, vertices)) continue;
-      std::size_t checked = known.size();
-      for (std::size_t f = 0; f < R.size(); ++f) {
-        bool done = false;
-        while (!R[f].candidates.empty()) {
-          if (known.size() != checked) {
-            checked = known.size();
-            Merge_already_full_and_possibs(S, R);
-            if (!Mehet_tovabb(known, S)) {
-              done = true;
-              break;
-            }
-          }
-          const auto at_f = R.cbegin() + static_cast<std::ptrdiff_t>(f);
-          const NodeIndex y = at_f->candidates.front();
-          GapList R2 = Tighten_dir(R, at_f, y, working);
-          Take_first_candidate(R[f]);
-          Extend(R2, Add_member(R_bounds, y, vertices), working, vertices, known, found);
-        }
-        if (done) break;
-      }
-    }
+  Dir_search plain{working, vertices, known, found, plain_steps};
+  Walk_node(v, plain);
+  if (plain.over) {
+    // The walk spends its steps on member orders that lead to no new maximal clique. Walked again
+    // only where one of the cliques v must end with can still be reached, it registers the same
+    // cliques in the same order: those are found at the same steps, and whatever else it would
+    // have found is dropped by a later, larger find.
+    known = known_before;
+    found.clear();
+    Dir_search targeted{working, vertices, known, found, static_cast<std::size_t>(-1)};
+    targeted.targeted = true;
+    targeted.targets = Maximal_dir_cliques_of(v, working, vertices);
+    targeted.hit.assign(targeted.targets.size(), 0);
+    targeted.left = targeted.targets.size();
+    if (targeted.left != 0) Walk_node(v, targeted);
   }
 
   for (const auto& [key, clique] : found) {

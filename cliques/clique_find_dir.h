@@ -5,6 +5,7 @@
 // Registration, overlaps and incremental neighbour sets are those of Clique_find.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <vector>
@@ -35,11 +36,22 @@ using FoundCliques = std::map<std::uint32_t, NodeList>;
 using Clique_find_sub_routines::KnownCliques;
 using kcp::NodeCliqueMap;
 
+// The steps (extensions) the walk of one node may take before it is walked again towards the
+// cliques it must end with only (Maximal_dir_cliques_of); both walks register the same cliques.
+inline constexpr std::size_t kPlainDirSteps = 100000;
+
 // Finds the directed cliques that hold v among the nodes left in `working`, registers them in
 // key order, then unlinks v there (the caller erases it).
 void Main_inc_dir_investigator(const NodeIndex& v, VtxdMap& working, VtxdMap& vertices,
                                CliqueList& cliques, OverlapMatrix& overlaps,
-                               NodeCliqueMap& node_cliques);
+                               NodeCliqueMap& node_cliques,
+                               const std::size_t& plain_steps = kPlainDirSteps);
+
+// The directed cliques the search registers at v: every maximal directed clique of `vertices`
+// holding v, of three or more nodes, whose other members are all still in `working`. Ascending
+// lists in ascending order.
+CliqueList Maximal_dir_cliques_of(const NodeIndex& v, const VtxdMap& working,
+                                  const VtxdMap& vertices);
 
 // The list with x inserted into the gap at `position`: earlier gaps keep the in-neighbours of x,
 // the new gap in front of x keeps those of position's gap, and the gaps from position on keep

@@ -57,9 +57,8 @@ std::size_t Extensions_left(const GapList& gaps, const std::size_t& from) {
 
 }  // namespace
 
-void Recurrent_inc_inv_dir_time(GapList& gaps, const VtxdMap& working,
-                                const VtxdMap& /*vertices*/, Indexed_known& known,
-                                const long double& t0, FoundCliques& found,
+void Recurrent_inc_inv_dir_time(GapList& gaps, const VtxdMap& working, const VtxdMap& /*vertices*/,
+                                Indexed_known& known, const long double& t0, FoundCliques& found,
                                 const double& max_time, bool& exceeded,
                                 const ProcessorClock& processor_clock) {
   NodeList S;
@@ -213,8 +212,8 @@ void Clique_find_dir_time(CliqueList& cliques, OverlapMatrix& overlaps, VtxdMap&
       for (const auto& [key, clique] : found) pending.insert(clique);
     } else {
       for (const auto& [key, clique] : found) {
-        Clique_find_sub_routines::Iktatjuk_az_uj_math_cliquet(cliques, clique, vertices,
-                                                              overlaps, node_cliques);
+        Clique_find_sub_routines::Iktatjuk_az_uj_math_cliquet(cliques, clique, vertices, overlaps,
+                                                              node_cliques);
       }
       skipped = 0;
       working.erase(v);

@@ -27,9 +27,8 @@ void Main_inc_dir_inv_time(const NodeIndex& v, VtxdMap& working, const VtxdMap& 
 // exceeded set, past the limit.
 void Recurrent_inc_inv_dir_time(GapList& gaps, const VtxdMap& working, const VtxdMap& vertices,
                                 Clique_find_time_sub_routines::Indexed_known& known,
-                                const long double& t0, FoundCliques& found,
-                                const double& max_time, bool& exceeded,
-                                const ProcessorClock& processor_clock);
+                                const long double& t0, FoundCliques& found, const double& max_time,
+                                bool& exceeded, const ProcessorClock& processor_clock);
 
 }  // namespace Clique_find_dir_sub_routines
 

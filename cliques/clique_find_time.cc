@@ -11,7 +11,9 @@
 
 namespace kcp {
 
-std::clock_t Processor_clock() { return std::clock(); }
+std::clock_t Processor_clock() {
+  return std::clock();
+}
 
 namespace Clique_find_time_sub_routines {
 
@@ -57,9 +59,8 @@ bool Enter(const NodeIndex& x, const VtxMap& working, NodeList C, std::span<cons
 }
 
 template <typename VertexMap>
-void Register_pending_in(const PendingCliques& pending, CliqueList& cliques,
-                         VertexMap& vertices, OverlapMatrix& overlaps,
-                         NodeCliqueMap& node_cliques) {
+void Register_pending_in(const PendingCliques& pending, CliqueList& cliques, VertexMap& vertices,
+                         OverlapMatrix& overlaps, NodeCliqueMap& node_cliques) {
   const auto& of_node = node_cliques.cliques_of_node;
   // Only the registered cliques holding the rarest member of S can hold S.
   const auto held = [&](const NodeList& S) {
@@ -90,7 +91,9 @@ void Register_pending_in(const PendingCliques& pending, CliqueList& cliques,
 Indexed_known::Indexed_known(const Vtx& record)
     : cliques(Clique_find_sub_routines::Known_cliques_of(record)) {}
 
-void Indexed_known::Add(NodeList clique) { cliques.push_back(std::move(clique)); }
+void Indexed_known::Add(NodeList clique) {
+  cliques.push_back(std::move(clique));
+}
 
 void Indexed_known::Index_new_cliques() {
   for (; indexed_ < cliques.size(); ++indexed_) {
@@ -139,9 +142,8 @@ std::string Time_limited_header(const std::string& start, const double& max_time
 }
 
 void Recurrent_tp_investigator(const NodeIndex& x, const VtxMap& working,
-                               const VtxMap& /*vertices*/, NodeList C,
-                               std::span<const NodeIndex> P, Indexed_known& known,
-                               const NodeIndex& /*v*/, const long double& t0,
+                               const VtxMap& /*vertices*/, NodeList C, std::span<const NodeIndex> P,
+                               Indexed_known& known, const NodeIndex& /*v*/, const long double& t0,
                                NodeResult& node_result, const double& max_time, bool& exceeded,
                                const ProcessorClock& processor_clock) {
   // The recursion, one frame per member added, walked in the order of the nested calls.
@@ -216,8 +218,8 @@ void Clique_find_main_time_part(const NodeIndex& v, VtxMap& working, const VtxMa
         checked = known.size();
         if (!known.Mehet_tovabb(C, candidates.subspan(i))) break;
       }
-      Recurrent_tp_investigator(T[i], working, vertices, C, candidates.subspan(i + 1), known, v,
-                                t0, node_result, max_time, exceeded, processor_clock);
+      Recurrent_tp_investigator(T[i], working, vertices, C, candidates.subspan(i + 1), known, v, t0,
+                                node_result, max_time, exceeded, processor_clock);
     }
   }
   // A node given up keeps its links for its next attempt.

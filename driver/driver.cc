@@ -97,8 +97,8 @@ void Run_stages(int argc, char** argv) {
               vertex_count, intensity_flag, intensity, index_links, largest);
   } else {
     for (std::uint32_t k = largest; k > 2; --k) {
-      Find_coms(k, cliques, overlaps, n_exact, com_flag, alap_szoveg, out_dir, names,
-                vertex_count, intensity_flag, intensity, index_links, largest);
+      Find_coms(k, cliques, overlaps, n_exact, com_flag, alap_szoveg, out_dir, names, vertex_count,
+                intensity_flag, intensity, index_links, largest);
     }
   }
   Print_banner();

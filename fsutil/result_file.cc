@@ -18,7 +18,9 @@ Result_file::Result_file(const std::string& directory, const std::string& name)
   Open();
 }
 
-Result_file::Result_file(const std::string& path) : path_(path) { Open(); }
+Result_file::Result_file(const std::string& path) : path_(path) {
+  Open();
+}
 
 void Result_file::Open() {
   buffer_ = std::make_unique<char[]>(kBufferSize);
@@ -38,8 +40,7 @@ void Result_file::Close() {
   out_.close();
   if (!ok || out_.fail()) {
     throw Xerror_msg("ERROR: could not write the whole of '" + path_ + "'" +
-                     (error != 0 ? std::string(": ") + std::strerror(error) : std::string()) +
-                     ".");
+                     (error != 0 ? std::string(": ") + std::strerror(error) : std::string()) + ".");
   }
 }
 

@@ -14,8 +14,12 @@ void Print_text(std::string_view text) {
   std::cout.flush();
 }
 
-std::string Underscores(std::size_t n) { return std::string(n == 0 ? 1 : n, '_'); }
+std::string Underscores(std::size_t n) {
+  return std::string(n == 0 ? 1 : n, '_');
+}
 
-void Print_underscores(std::size_t n) { Print_line(Underscores(n)); }
+void Print_underscores(std::size_t n) {
+  Print_line(Underscores(n));
+}
 
 }  // namespace kcp

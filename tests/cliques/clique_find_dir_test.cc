@@ -146,6 +146,22 @@ TEST(CliqueFindDir, AgreesWithBruteForceOnRandomGraphs) {
   }
 }
 
+TEST(CliqueFindDir, NumbersTheCliquesInThePlainWalkOrder) {
+  std::uint32_t seed = 3000;
+  for (const double p : {0.3, 0.6, 0.85}) {
+    for (int round = 0; round < 25; ++round, ++seed) {
+      const IndexLinkMap links = testing::Random_directed_links(6 + seed % 5, p, seed);
+      ASSERT_EQ(Search(links).cliques, testing::Plain_directed_clique_walk(links))
+          << "seed " << seed;
+    }
+  }
+  for (int round = 0; round < 40; ++round, ++seed) {
+    const IndexLinkMap links =
+        testing::Planted_block_links(14 + seed % 6, 7 + seed % 3, 0.85, 0.1, seed, true);
+    ASSERT_EQ(Search(links).cliques, testing::Plain_directed_clique_walk(links)) << "seed " << seed;
+  }
+}
+
 TEST(CliqueFindDir, LargeTransitiveCliqueRunsWithoutDeepRecursion) {
   const NodeIndex n = 2050;
   VtxdMap vertices;

@@ -24,7 +24,9 @@ ProcessorClock Racing_clock(const std::shared_ptr<int>& readings) {
   return [readings]() { return static_cast<std::clock_t>(++*readings) * 1000000; };
 }
 
-std::clock_t Stopped_clock() { return 777; }
+std::clock_t Stopped_clock() {
+  return 777;
+}
 
 // Directed links (a, b): a -> b.
 IndexLinkMap Arcs(std::initializer_list<std::pair<NodeIndex, NodeIndex>> pairs) {
@@ -87,11 +89,11 @@ void Expect_same_arcs(const VtxdMap& core, const IndexLinkMap& links) {
 TEST(CliqueFindDirTime, LimitNoNodeReachesGivesTheExactResultAndTheNote) {
   const Timed_result r = Timed_search(Arcs({{1, 2}, {2, 3}, {1, 3}}), 1.5, Stopped_clock);
   const std::string header = " Locating dir. cliques, max. allowed time/node=1.500:";
-  EXPECT_EQ(r.printed, Block(header, " 3 of 3 nodes to do (0.00% done)") +
-                           Block(header, " 2 of 3 nodes to do (33.33% done)") +
-                           Block(header, " 1 of 3 nodes to do (66.67% done)") +
-                           std::string(37, '_') +
-                           "\n Altogether 1 directed cliques found.\nno approximation was needed.\n");
+  EXPECT_EQ(r.printed,
+            Block(header, " 3 of 3 nodes to do (0.00% done)") +
+                Block(header, " 2 of 3 nodes to do (33.33% done)") +
+                Block(header, " 1 of 3 nodes to do (66.67% done)") + std::string(37, '_') +
+                "\n Altogether 1 directed cliques found.\nno approximation was needed.\n");
   EXPECT_EQ(r.cliques, (CliqueList{{1, 2, 3}}));
   EXPECT_TRUE(r.core.empty());
 
@@ -146,8 +148,8 @@ TEST(CliqueFindDirTime, CliquesOfGivenUpNodesAreRegisteredOnceWhenNothingHoldsTh
   // 1 -> 2 -> 3 and 1 -> 3 form a directed triangle; 1, 4, 5, 6 a transitive clique; 2, 3, 7, 8
   // are linked both ways. Leaves 9.. push 2 to 8 behind 1 in the order. Every node but the leaves
   // is stopped at its first check; 1, 2 and 3 each find {1,2,3} before that.
-  IndexLinkMap core_links = Arcs({{1, 2}, {2, 3}, {1, 3}, {1, 4}, {1, 5}, {1, 6}, {4, 5}, {4, 6},
-                                  {5, 6}});
+  IndexLinkMap core_links =
+      Arcs({{1, 2}, {2, 3}, {1, 3}, {1, 4}, {1, 5}, {1, 6}, {4, 5}, {4, 6}, {5, 6}});
   Both_ways(core_links, {2, 3, 7, 8});
   IndexLinkMap links = core_links;
   NodeIndex leaf = 9;

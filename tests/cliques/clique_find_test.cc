@@ -261,6 +261,23 @@ TEST(CliqueFind, AgreesWithBruteForceOnRandomGraphs) {
   }
 }
 
+TEST(CliqueFind, NumbersTheCliquesInThePlainWalkOrder) {
+  // Sparse, dense and near-complete graphs, and near-cliques planted in sparse ones, where the
+  // search leaves out the branches that could only give cliques some node outside can join.
+  std::uint32_t seed = 500;
+  for (const double p : {0.2, 0.5, 0.8, 0.95}) {
+    for (int round = 0; round < 25; ++round, ++seed) {
+      const IndexLinkMap links = testing::Random_undirected_links(8 + seed % 13, p, seed);
+      ASSERT_EQ(Search(links).cliques, testing::Plain_clique_walk(links)) << "seed " << seed;
+    }
+  }
+  for (int round = 0; round < 80; ++round, ++seed) {
+    const IndexLinkMap links =
+        testing::Planted_block_links(20 + seed % 15, 10 + seed % 8, 0.9, 0.15, seed, false);
+    ASSERT_EQ(Search(links).cliques, testing::Plain_clique_walk(links)) << "seed " << seed;
+  }
+}
+
 TEST(CliqueFind, LargeCliqueRunsWithoutDeepRecursion) {
   // 2,050 nodes all linked with each other, plus a triangle hanging off node 1 through 9001.
   const NodeIndex n = 2050;

@@ -38,7 +38,9 @@ ProcessorClock Racing_clock(const std::shared_ptr<Clock_script>& script) {
 }
 
 // A clock that never moves: no attempt ever takes time.
-std::clock_t Stopped_clock() { return 12345; }
+std::clock_t Stopped_clock() {
+  return 12345;
+}
 
 IndexLinkMap Links(std::initializer_list<std::pair<NodeIndex, NodeIndex>> pairs) {
   IndexLinkMap links;
@@ -163,8 +165,21 @@ TEST(CliqueFindTime, EveryNodeGivenUpLeavesTheWholeGraphAsCore) {
 // Nodes 1, 2, 3 form a triangle, 1, 4, 5, 6 and 7, 8, 9, 10 complete graphs; leaves 11.. give
 // 2 to 6 more links than 1, so 1 comes right after the leaves and 7 to 10.
 IndexLinkMap Requeue_graph() {
-  IndexLinkMap links = Links({{1, 2}, {1, 3}, {2, 3}, {1, 4}, {1, 5}, {1, 6}, {4, 5}, {4, 6},
-                              {5, 6}, {7, 8}, {7, 9}, {7, 10}, {8, 9}, {8, 10}, {9, 10}});
+  IndexLinkMap links = Links({{1, 2},
+                              {1, 3},
+                              {2, 3},
+                              {1, 4},
+                              {1, 5},
+                              {1, 6},
+                              {4, 5},
+                              {4, 6},
+                              {5, 6},
+                              {7, 8},
+                              {7, 9},
+                              {7, 10},
+                              {8, 9},
+                              {8, 10},
+                              {9, 10}});
   NodeIndex leaf = 11;
   for (const auto& [node, count] : {std::pair{2, 4}, {3, 4}, {4, 3}, {5, 3}, {6, 3}}) {
     for (int i = 0; i < count; ++i, ++leaf) links[{static_cast<NodeIndex>(node), leaf}] = 1.0;
@@ -247,8 +262,7 @@ TEST(CliqueFindTime, PendingCliquesHeldByNoCliqueAreRegisteredInTheirOrder) {
   const PendingCliques pending{{1, 3}, {2, 3, 4}, {2, 4}, {5, 6, 7}};
   Register_pending(pending, cliques, vertices, overlaps, node_cliques);
   EXPECT_EQ(cliques, (CliqueList{{1, 2, 3, 9}, {2, 3, 4}, {5, 6, 7}}));
-  EXPECT_EQ(overlaps.rows,
-            (std::vector<OverlapRow>{{{0, 4}, {1, 2}}, {{0, 2}, {1, 3}}, {{2, 3}}}));
+  EXPECT_EQ(overlaps.rows, (std::vector<OverlapRow>{{{0, 4}, {1, 2}}, {{0, 2}, {1, 3}}, {{2, 3}}}));
   EXPECT_EQ(vertices.at(4).Inc_neighs_c(), (std::vector<NodeSet>{{2, 3}}));
 }
 

@@ -36,7 +36,7 @@ struct Stage_result {
 };
 
 Stage_result Run_stage(const IndexLinkMap& links, const bool& time_limited, const bool& directed,
-                 const double& max_time, const ProcessorClock& clock = Processor_clock) {
+                       const double& max_time, const ProcessorClock& clock = Processor_clock) {
   Stage_result r;
   if (directed) {
     Dir_vtx_map_from_link_map(r.directed_vertices, links);
@@ -68,8 +68,20 @@ TEST(CliqueSearchStage, GraphWithoutTrianglesGivesNothingInEveryMode) {
 
 TEST(CliqueSearchStage, ExactAndGenerousTimedSearchesAgree) {
   // Two complete graphs on four nodes sharing node 4, and a triangle hanging off node 7.
-  const IndexLinkMap links = Links({{1, 2}, {1, 3}, {1, 4}, {2, 3}, {2, 4}, {3, 4}, {4, 5},
-                                    {4, 6}, {4, 7}, {5, 6}, {5, 7}, {6, 7}, {7, 8}, {7, 9},
+  const IndexLinkMap links = Links({{1, 2},
+                                    {1, 3},
+                                    {1, 4},
+                                    {2, 3},
+                                    {2, 4},
+                                    {3, 4},
+                                    {4, 5},
+                                    {4, 6},
+                                    {4, 7},
+                                    {5, 6},
+                                    {5, 7},
+                                    {6, 7},
+                                    {7, 8},
+                                    {7, 9},
                                     {8, 9}});
   const Stage_result exact = Run_stage(links, false, false, 0.0);
   EXPECT_EQ(exact.n_exact, 3u);
@@ -96,10 +108,8 @@ TEST(CliqueSearchStage, ExactAndGenerousTimedSearchesAgree) {
 // A complete graph on 1-4 that every attempt finds too slow, and the triangle 4-5-6, found from 5
 // without any clock check.
 const std::vector<OverlapRow> kCoreRows{
-    {{0, 3}, {1, 1}, {2, 1}, {3, 1}},
-    {{0, 1}, {1, 3}, {2, 2}, {3, 2}, {4, 2}},
-    {{0, 1}, {1, 2}, {2, 3}, {3, 2}, {4, 2}},
-    {{0, 1}, {1, 2}, {2, 2}, {3, 3}, {4, 2}},
+    {{0, 3}, {1, 1}, {2, 1}, {3, 1}},         {{0, 1}, {1, 3}, {2, 2}, {3, 2}, {4, 2}},
+    {{0, 1}, {1, 2}, {2, 3}, {3, 2}, {4, 2}}, {{0, 1}, {1, 2}, {2, 2}, {3, 3}, {4, 2}},
     {{1, 2}, {2, 2}, {3, 2}, {4, 3}},
 };
 const CliqueList kCoreCliques{{4, 5, 6}, {2, 3, 4}, {1, 3, 4}, {1, 2, 4}, {1, 2, 3}};
@@ -109,13 +119,13 @@ const std::string kApproximationBlock = std::string(45, '_') + "\n" + kApproxima
 
 TEST(CliqueSearchStage, RemainingCoreIsApproximatedBehindTheExactCliques) {
   const Stage_result r =
-      Run_stage(Links({{1, 2}, {1, 3}, {1, 4}, {2, 3}, {2, 4}, {3, 4}, {4, 5}, {4, 6}, {5, 6}}), true,
-          false, 0.5, Racing_clock());
+      Run_stage(Links({{1, 2}, {1, 3}, {1, 4}, {2, 3}, {2, 4}, {3, 4}, {4, 5}, {4, 6}, {5, 6}}),
+                true, false, 0.5, Racing_clock());
   EXPECT_EQ(r.cliques, kCoreCliques);
   EXPECT_EQ(r.n_exact, 1u);
   EXPECT_EQ(r.overlaps.rows, kCoreRows);
-  const std::string tail = std::string(34, '_') + "\n Altogether 1 exact cliques found.\n" +
-                           kApproximationBlock;
+  const std::string tail =
+      std::string(34, '_') + "\n Altogether 1 exact cliques found.\n" + kApproximationBlock;
   ASSERT_GE(r.printed.size(), tail.size());
   EXPECT_EQ(r.printed.substr(r.printed.size() - tail.size()), tail);
   // Only the exact clique reaches the incremental sets; the map keeps every node.
@@ -154,9 +164,9 @@ TEST(CliqueSearchStage, CoreNeighbourhoodInsideAnExactCliqueIsNoApproximateCliqu
     if (++*readings != 4) *ticks += 1000000;
     return *ticks;
   };
-  const Stage_result r = Run_stage(
-      Links({{1, 2}, {1, 3}, {1, 4}, {2, 3}, {2, 4}, {3, 4}, {2, 5}, {3, 5}, {4, 5}}), true,
-      false, 0.5, clock);
+  const Stage_result r =
+      Run_stage(Links({{1, 2}, {1, 3}, {1, 4}, {2, 3}, {2, 4}, {3, 4}, {2, 5}, {3, 5}, {4, 5}}),
+                true, false, 0.5, clock);
   EXPECT_EQ(r.n_exact, 1u);
   EXPECT_EQ(r.cliques, (CliqueList{{2, 3, 4, 5}, {1, 3, 4}, {1, 2, 4}, {1, 2, 3}}));
   EXPECT_EQ(r.overlaps.rows, (std::vector<OverlapRow>{{{0, 4}, {1, 2}, {2, 2}, {3, 2}},

@@ -140,14 +140,13 @@ std::vector<std::string> Case_names() {
   return names;
 }
 
-INSTANTIATE_TEST_SUITE_P(Cases, E2e, ::testing::ValuesIn(Case_names()),
-                         [](const auto& info) {
-                           std::string name = info.param;
-                           for (char& c : name) {
-                             if (!isalnum(static_cast<unsigned char>(c))) c = '_';
-                           }
-                           return name;
-                         });
+INSTANTIATE_TEST_SUITE_P(Cases, E2e, ::testing::ValuesIn(Case_names()), [](const auto& info) {
+  std::string name = info.param;
+  for (char& c : name) {
+    if (!isalnum(static_cast<unsigned char>(c))) c = '_';
+  }
+  return name;
+});
 
 }  // namespace
 }  // namespace kcp::testing

@@ -16,4 +16,10 @@ IndexLinkMap Random_undirected_links(const std::uint32_t& n, const double& p,
 IndexLinkMap Random_directed_links(const std::uint32_t& n, const double& p,
                                    const std::uint32_t& seed);
 
+// A near-clique inside a sparse graph: pairs among nodes 1..block are linked with probability
+// p_block, all other pairs with p_rest; directed graphs draw both directions of a pair apart.
+IndexLinkMap Planted_block_links(const std::uint32_t& n, const std::uint32_t& block,
+                                 const double& p_block, const double& p_rest,
+                                 const std::uint32_t& seed, const bool& directed);
+
 }  // namespace kcp::testing

@@ -1,0 +1,190 @@
+#include "cliques/node_cliques.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstdint>
+#include <string>
+
+#include "driver/xerror_msg.h"
+
+namespace kcp {
+
+namespace {
+
+using Word = std::uint64_t;
+constexpr std::size_t kBits = 64;
+
+const Vtx& Record(const VtxMap& map, const NodeIndex& n) {
+  const auto found = map.find(n);
+  if (found == map.end()) {
+    throw Xerror_msg("ERROR: Clique_find() : node " + std::to_string(n) +
+                     " is missing from the vertex map.");
+  }
+  return found->second;
+}
+
+// A set of local node numbers over a fixed number of words.
+class Bits {
+ public:
+  explicit Bits(std::size_t words = 0) : w_(words, 0) {}
+  void Set(std::size_t i) { w_[i / kBits] |= Word{1} << (i % kBits); }
+  void Reset(std::size_t i) { w_[i / kBits] &= ~(Word{1} << (i % kBits)); }
+  bool Test(std::size_t i) const { return (w_[i / kBits] >> (i % kBits)) & 1; }
+  bool None() const {
+    return std::all_of(w_.begin(), w_.end(), [](Word w) { return w == 0; });
+  }
+  std::size_t Count_and(const Bits& other) const {
+    std::size_t count = 0;
+    for (std::size_t i = 0; i < w_.size(); ++i) count += std::popcount(w_[i] & other.w_[i]);
+    return count;
+  }
+  Bits And(const Bits& other) const {
+    Bits result(w_.size());
+    for (std::size_t i = 0; i < w_.size(); ++i) result.w_[i] = w_[i] & other.w_[i];
+    return result;
+  }
+  // Members of this set outside `other`, ascending.
+  std::vector<std::uint32_t> Minus_list(const Bits& other) const {
+    std::vector<std::uint32_t> list;
+    for (std::size_t i = 0; i < w_.size(); ++i) {
+      for (Word w = w_[i] & ~other.w_[i]; w != 0; w &= w - 1) {
+        list.push_back(static_cast<std::uint32_t>(i * kBits + std::countr_zero(w)));
+      }
+    }
+    return list;
+  }
+  template <typename F>
+  void For_each(F&& f) const {
+    for (std::size_t i = 0; i < w_.size(); ++i) {
+      for (Word w = w_[i]; w != 0; w &= w - 1) f(i * kBits + std::countr_zero(w));
+    }
+  }
+
+ private:
+  std::vector<Word> w_;
+};
+
+// One level of the pivoting search: candidates P, excluded X, the branches still to take.
+struct Frame {
+  Bits P;
+  Bits X;
+  std::vector<std::uint32_t> branches;
+  std::size_t next = 0;
+};
+
+}  // namespace
+
+std::vector<NodeList> Node_cliques_in_order(const NodeIndex& v, const VtxMap& working,
+                                            const VtxMap& vertices) {
+  const NodeSet& open = Record(working, v).Neighs_c();
+  const NodeSet& all = Record(vertices, v).Neighs_c();
+  std::vector<NodeList> found;
+  if (open.size() < 2) return found;
+
+  // When one registered clique holds every unprocessed neighbour, no new clique is left here.
+  for (const NodeSet& known : Record(vertices, v).Inc_neighs_c()) {
+    if (known.size() >= open.size() &&
+        std::includes(known.begin(), known.end(), open.begin(), open.end())) {
+      return found;
+    }
+  }
+
+  // Local numbers: the unprocessed neighbours first, ascending, then the processed ones.
+  const NodeList N(open.begin(), open.end());
+  NodeList gone;
+  for (const NodeIndex n : all) {
+    if (open.count(n) == 0) gone.push_back(n);
+  }
+  const std::size_t n = N.size();
+  const std::size_t m = n + gone.size();
+  const std::size_t words = (m + kBits - 1) / kBits;
+  const auto local = [&](const NodeIndex& node) -> std::int64_t {
+    auto at = std::lower_bound(N.begin(), N.end(), node);
+    if (at != N.end() && *at == node) return at - N.begin();
+    at = std::lower_bound(gone.begin(), gone.end(), node);
+    if (at != gone.end() && *at == node) return static_cast<std::int64_t>(n) + (at - gone.begin());
+    return -1;
+  };
+
+  // Links among unprocessed neighbours are those of the working graph; a processed neighbour
+  // counts as linked to an unprocessed one as in the whole graph.
+  std::vector<Bits> adj(m, Bits(words));
+  for (std::size_t i = 0; i < n; ++i) {
+    const NodeSet& linked = Record(vertices, N[i]).Neighs_c();
+    if (linked.size() < m) {
+      for (const NodeIndex other : linked) {
+        const std::int64_t j = local(other);
+        if (j >= 0) adj[i].Set(static_cast<std::size_t>(j));
+      }
+    } else {
+      for (std::size_t j = 0; j < m; ++j) {
+        if (linked.count(j < n ? N[j] : gone[j - n]) != 0) adj[i].Set(j);
+      }
+    }
+    adj[i].For_each([&](std::size_t j) {
+      if (j >= n) adj[j].Set(i);
+    });
+  }
+
+  std::vector<std::uint32_t> R;
+  std::vector<Frame> stack;
+  const auto push = [&](Bits P, Bits X) {
+    if (P.None()) {
+      if (X.None() && R.size() >= 2) {
+        NodeList clique;
+        clique.reserve(R.size() + 1);
+        for (const std::uint32_t r : R) clique.push_back(N[r]);
+        found.push_back(std::move(clique));
+      }
+      return false;
+    }
+    // Pivot: the node of P ∪ X linked to most candidates; only the others are branched on.
+    std::size_t pivot = 0;
+    std::size_t best = 0;
+    bool chosen = false;
+    const auto consider = [&](std::size_t u) {
+      const std::size_t count = adj[u].Count_and(P);
+      if (!chosen || count > best) {
+        pivot = u;
+        best = count;
+        chosen = true;
+      }
+    };
+    P.For_each(consider);
+    X.For_each(consider);
+    Frame frame{std::move(P), std::move(X), {}, 0};
+    frame.branches = frame.P.Minus_list(adj[pivot]);
+    stack.push_back(std::move(frame));
+    return true;
+  };
+
+  Bits P(words);
+  for (std::size_t i = 0; i < n; ++i) P.Set(i);
+  Bits X(words);
+  for (std::size_t j = n; j < m; ++j) X.Set(j);
+  push(std::move(P), std::move(X));
+  while (!stack.empty()) {
+    Frame& top = stack.back();
+    if (top.next == top.branches.size()) {
+      stack.pop_back();
+      if (!R.empty() && !stack.empty()) R.pop_back();
+      continue;
+    }
+    const std::uint32_t q = top.branches[top.next++];
+    Bits P_q = top.P.And(adj[q]);
+    Bits X_q = top.X.And(adj[q]);
+    top.P.Reset(q);
+    top.X.Set(q);
+    R.push_back(q);
+    if (!push(std::move(P_q), std::move(X_q))) R.pop_back();
+  }
+
+  // Local numbers follow node order, so the clique lists compare like the search's paths.
+  for (NodeList& clique : found) std::sort(clique.begin(), clique.end());
+  std::sort(found.begin(), found.end());
+  for (NodeList& clique : found)
+    clique.insert(std::upper_bound(clique.begin(), clique.end(), v), v);
+  return found;
+}
+
+}  // namespace kcp
