@@ -52,7 +52,8 @@ void Expect_same_registration(const IndexLinkMap& links) {
 TEST(NodeCliques, RegistersLikeTheDepthFirstSearchOnRandomGraphs) {
   std::uint32_t seed = 1;
   for (const double p : {0.2, 0.4, 0.6, 0.8, 0.95}) {
-    for (std::uint32_t n : {6u, 12u, 20u, 28u}) {
+    // The literal search is exponential on dense graphs, so those stay small.
+    for (std::uint32_t n : {6u, 12u, 18u, p < 0.7 ? 28u : 20u}) {
       for (int repeat = 0; repeat < 6; ++repeat) {
         SCOPED_TRACE(::testing::Message() << "n=" << n << " p=" << p << " seed=" << seed);
         Expect_same_registration(testing::Random_undirected_links(n, p, seed++));
