@@ -98,7 +98,7 @@ bool Dominated(const GapList& gaps, const NodeList& S, const Bounds& bounds,
   return false;
 }
 
-// ---- The maximal directed cliques a node must end with, on bit rows over its neighbourhood.
+// The cliques a node must end with are found on bit rows over its neighbourhood.
 
 using Bits = std::vector<std::uint64_t>;
 
@@ -194,6 +194,47 @@ Bits Reached(const Local_graph& graph, const std::size_t& u, const Bits& members
   return reached;
 }
 
+// True when the nodes of `set` are linked pairwise and their one-way links leave no cycle.
+bool Is_directed_clique(const Local_graph& graph, const Bits& set) {
+  std::vector<std::size_t> members;
+  for (std::size_t w = 0; w < graph.words; ++w) {
+    for (std::uint64_t bits = set[w]; bits != 0; bits &= bits - 1) {
+      members.push_back(w * 64 + static_cast<std::size_t>(__builtin_ctzll(bits)));
+    }
+  }
+  for (const std::size_t z : members) {
+    for (std::size_t w = 0; w < graph.words; ++w) {
+      std::uint64_t linked = graph.out[z][w] | graph.in[z][w];
+      if (z / 64 == w) linked |= std::uint64_t{1} << (z % 64);
+      if ((set[w] & ~linked) != 0) return false;
+    }
+  }
+  // Take away, again and again, the members no remaining member links to one way only.
+  std::vector<std::size_t> waiting(graph.nodes.size(), 0);
+  std::vector<std::size_t> ready;
+  for (const std::size_t z : members) {
+    const Bits before = graph.One_way_to(z);
+    for (std::size_t w = 0; w < graph.words; ++w) {
+      waiting[z] += static_cast<std::size_t>(__builtin_popcountll(before[w] & set[w]));
+    }
+    if (waiting[z] == 0) ready.push_back(z);
+  }
+  std::size_t taken = 0;
+  while (!ready.empty()) {
+    const std::size_t z = ready.back();
+    ready.pop_back();
+    ++taken;
+    const Bits after = graph.One_way_from(z);
+    for (std::size_t w = 0; w < graph.words; ++w) {
+      for (std::uint64_t bits = after[w] & set[w]; bits != 0; bits &= bits - 1) {
+        const std::size_t next = w * 64 + static_cast<std::size_t>(__builtin_ctzll(bits));
+        if (--waiting[next] == 0) ready.push_back(next);
+      }
+    }
+  }
+  return taken == members.size();
+}
+
 struct Bk_frame {
   std::vector<std::size_t> R;
   Bits R_bits;
@@ -213,6 +254,30 @@ bool Bk_dominated(const Local_graph& graph, const Bk_frame& frame) {
   return false;
 }
 
+// Settles a frame whose R ∪ P is itself a directed clique: it is the only maximal set of the
+// branch, reported unless a node of X could join it. Returns false for any other frame.
+bool Settled_whole(const Local_graph& graph, const Bk_frame& frame, CliqueList& result) {
+  Bits whole = frame.R_bits;
+  for (const std::size_t z : frame.P) Set(whole, z);
+  if (!Is_directed_clique(graph, whole)) return false;
+  for (const std::size_t x : frame.X) {
+    Bits more = whole;
+    Set(more, x);
+    if (Is_directed_clique(graph, more)) return true;
+  }
+  if (frame.R.size() + frame.P.size() >= 3) {
+    Clique clique;
+    for (std::size_t w = 0; w < graph.words; ++w) {
+      for (std::uint64_t bits = whole[w]; bits != 0; bits &= bits - 1) {
+        clique.push_back(graph.nodes[w * 64 + static_cast<std::size_t>(__builtin_ctzll(bits))]);
+      }
+    }
+    std::sort(clique.begin(), clique.end());
+    result.push_back(std::move(clique));
+  }
+  return true;
+}
+
 }  // namespace
 
 CliqueList Maximal_dir_cliques_of(const NodeIndex& v, const VtxdMap& working,
@@ -230,7 +295,9 @@ CliqueList Maximal_dir_cliques_of(const NodeIndex& v, const VtxdMap& working,
   for (std::size_t i = 1; i < graph.nodes.size(); ++i) {
     (working.count(graph.nodes[i]) != 0 ? root.P : root.X).push_back(i);
   }
-  if (root.P.empty() || Bk_dominated(graph, root)) return result;
+  if (root.P.empty() || Settled_whole(graph, root, result) || Bk_dominated(graph, root)) {
+    return result;
+  }
   while (!stack.empty()) {
     Bk_frame& top = stack.back();
     if (top.next == top.P.size()) {
@@ -269,7 +336,7 @@ CliqueList Maximal_dir_cliques_of(const NodeIndex& v, const VtxdMap& working,
       }
       continue;
     }
-    if (Bk_dominated(graph, child)) continue;
+    if (Settled_whole(graph, child, result) || Bk_dominated(graph, child)) continue;
     stack.push_back(std::move(child));
   }
   std::sort(result.begin(), result.end());
@@ -321,8 +388,7 @@ struct Frame {
   Bounds bounds;
 };
 
-// The state of one node's search: the known and found cliques, a limit on the steps of the
-// plain walk, and, once that limit was hit, the cliques the node must end with.
+// The state of one node's walk: the known and found cliques and a limit on its steps.
 struct Dir_search {
   Dir_search(const VtxdMap& working_map, const VtxdMap& vertex_map, KnownCliques& known_cliques,
              FoundCliques& found_cliques, const std::size_t& limit)
@@ -340,41 +406,15 @@ struct Dir_search {
   std::size_t step_limit;
   std::size_t steps = 0;
   bool over = false;
-  bool targeted = false;
-  CliqueList targets;  // ascending
-  std::vector<char> hit;
-  std::size_t left = 0;
   NodeList S;
   Known_index index;
 
-  bool Stopped() const { return over || (targeted && left == 0); }
-
-  void Note_find() {
-    if (!targeted || known.empty()) return;
-    const auto at = std::lower_bound(targets.begin(), targets.end(), known.back());
-    if (at == targets.end() || *at != known.back()) return;
-    char& seen = hit[static_cast<std::size_t>(at - targets.begin())];
-    if (!seen) {
-      seen = 1;
-      --left;
-    }
-  }
-
-  // Some target not found yet holds every member and lies within S.
-  bool Leads_to_a_target(const GapList& gaps) const {
-    NodeList members;
-    for (std::size_t i = 0; i + 1 < gaps.size(); ++i) members.push_back(gaps[i].label);
-    std::sort(members.begin(), members.end());
-    for (std::size_t t = 0; t < targets.size(); ++t) {
-      if (!hit[t] && Is_subset(members, targets[t]) && Is_subset(targets[t], S)) return true;
-    }
-    return false;
-  }
+  bool Stopped() const { return over; }
 };
 
 // The start of one call of the walk: returns true when the list goes on to be extended, and
-// records it when it is finished. A list none of whose completions could be a new maximal
-// clique is not extended: it could only record cliques that a later find drops again.
+// records it when it is finished. A list none of whose completions could be maximal is not
+// extended: it could only record cliques that a later, larger find drops again.
 bool Enter(GapList& gaps, const Bounds& bounds, Dir_search& search) {
   if (++search.steps > search.step_limit) {
     search.over = true;
@@ -384,11 +424,9 @@ bool Enter(GapList& gaps, const Bounds& bounds, Dir_search& search) {
   if (!search.index.Mehet_tovabb(search.S)) return false;
   if (No_more_possible_member(gaps)) {
     Iktatjuk_az_uj_vert_clt(gaps, search.found, search.known);
-    search.Note_find();
     return false;
   }
-  if (Dominated(gaps, search.S, bounds, search.vertices)) return false;
-  return !search.targeted || search.Leads_to_a_target(gaps);
+  return !Dominated(gaps, search.S, bounds, search.vertices);
 }
 
 // Recurrent_inc_inv_dir with the link bounds of the list's members given.
@@ -433,6 +471,96 @@ void Extend(GapList& gaps, const Bounds& bounds, Dir_search& search) {
   }
 }
 
+// The steps of a walk: at each list, the gap tried and the node put into it. The walk takes the
+// steps of a list in ascending (gap, node) order, so paths compare as the walk meets them.
+using Walk_path = std::vector<std::pair<std::size_t, NodeIndex>>;
+
+// Whether the nodes of `rest` can all still be put into the list: each into a gap that holds
+// it as a candidate, a node linked one way only to another into the same or an earlier gap
+// (within a gap any order the links allow can still be built). Taking every node, in an order
+// where those links run forwards, into the first gap that is no earlier than the gaps of the
+// nodes linking to it, finds such a placement whenever there is one.
+bool Can_take_all(const GapList& gaps, const NodeList& rest, const VtxdMap& working) {
+  const std::size_t n = rest.size();
+  std::vector<std::vector<std::size_t>> later(n);
+  std::vector<std::size_t> waiting(n, 0);
+  for (std::size_t i = 0; i < n; ++i) {
+    const Vtxd& record = Working_record(working, rest[i]);
+    for (std::size_t j = 0; j < n; ++j) {
+      if (i != j && record.Oneighs_c().count(rest[j]) != 0 &&
+          record.Ineighs_c().count(rest[j]) == 0) {
+        later[i].push_back(j);
+        ++waiting[j];
+      }
+    }
+  }
+  std::vector<std::size_t> lowest(n, 0);
+  std::vector<std::size_t> ready;
+  for (std::size_t i = 0; i < n; ++i) {
+    if (waiting[i] == 0) ready.push_back(i);
+  }
+  std::size_t placed = 0;
+  while (!ready.empty()) {
+    const std::size_t i = ready.back();
+    ready.pop_back();
+    std::size_t gap = lowest[i];
+    while (gap < gaps.size() &&
+           !std::binary_search(gaps[gap].candidates.begin(), gaps[gap].candidates.end(), rest[i])) {
+      ++gap;
+    }
+    if (gap == gaps.size()) return false;
+    ++placed;
+    for (const std::size_t j : later[i]) {
+      lowest[j] = std::max(lowest[j], gap);
+      if (--waiting[j] == 0) ready.push_back(j);
+    }
+  }
+  return placed == n;
+}
+
+// The first path of v's walk that ends with the members M, a clique v must end with. Every
+// order of M is reached by exactly one path, so the walk records M at the first path that can
+// still take in all of M; it is followed step by step, trying the steps in the walk's order.
+Walk_path First_path_to(const NodeIndex& v, const NodeList& M, const VtxdMap& working) {
+  const Vtxd& own = Working_record(working, v);
+  GapList list{Gap{v, Intersection(M, own.Ineighs_c())}, Gap{v, Intersection(M, own.Oneighs_c())}};
+  NodeList rest;
+  for (const NodeIndex m : M) {
+    if (m != v) rest.push_back(m);
+  }
+  Walk_path path;
+  while (!rest.empty()) {
+    bool moved = false;
+    for (std::size_t f = 0; f < list.size() && !moved; ++f) {
+      // The walk reaches the gap f only with the earlier gaps used up, and tries its candidates
+      // in ascending order, each with the smaller ones gone.
+      GapList base = list;
+      for (std::size_t g = 0; g < f; ++g) base[g].candidates.clear();
+      while (!base[f].candidates.empty() && !moved) {
+        const NodeIndex y = base[f].candidates.front();
+        GapList next = Tighten_dir(base, base.begin() + static_cast<std::ptrdiff_t>(f), y, working);
+        Take_first_candidate(base[f]);
+        NodeList rest_after;
+        for (const NodeIndex m : rest) {
+          if (m != y) rest_after.push_back(m);
+        }
+        if (Can_take_all(next, rest_after, working)) {
+          path.emplace_back(f, y);
+          list = std::move(next);
+          rest = std::move(rest_after);
+          moved = true;
+        }
+      }
+    }
+    if (!moved) {
+      // M is a maximal directed clique holding v, so some order of it always remains open.
+      throw Xerror_msg("ERROR: Clique_find_dir() : no walk of node " + std::to_string(v) +
+                       " reaches one of its cliques.");
+    }
+  }
+  return path;
+}
+
 // The walk of Main_inc_dir_investigator for node v, up to the registration.
 void Walk_node(const NodeIndex& v, Dir_search& search) {
   const Vtxd& own = Working_record(search.working, v);
@@ -458,7 +586,6 @@ void Walk_node(const NodeIndex& v, Dir_search& search) {
       if (!search.index.Mehet_tovabb(S)) continue;
       const Bounds R_bounds = Add_member(v_bounds, w, search.vertices);
       if (Dominated(R, S, R_bounds, search.vertices)) continue;
-      if (search.targeted && !search.Leads_to_a_target(R)) continue;
       std::size_t checked = search.known.size();
       for (std::size_t f = 0; f < R.size() && !search.Stopped(); ++f) {
         bool done = false;
@@ -560,28 +687,28 @@ void Main_inc_dir_investigator(const NodeIndex& v, VtxdMap& working, VtxdMap& ve
                                NodeCliqueMap& node_cliques, const std::size_t& plain_steps) {
   const NodeSet& neighs = Working_record(working, v).Neighs_c();
   const NodeList N(neighs.begin(), neighs.end());
-  const KnownCliques known_before =
-      Clique_find_sub_routines::Known_cliques_of(Full_record(vertices, v));
-  KnownCliques known = known_before;
+  KnownCliques known = Clique_find_sub_routines::Known_cliques_of(Full_record(vertices, v));
   FoundCliques found;
   Dir_search plain{working, vertices, known, found, plain_steps};
   Walk_node(v, plain);
-  if (plain.over) {
-    // The walk spends its steps on member orders that lead to no new maximal clique. Walked again
-    // only where one of the cliques v must end with can still be reached, it registers the same
-    // cliques in the same order: those are found at the same steps, and whatever else it would
-    // have found is dropped by a later, larger find.
-    known = known_before;
-    found.clear();
-    Dir_search targeted{working, vertices, known, found, static_cast<std::size_t>(-1)};
-    targeted.targeted = true;
-    targeted.targets = Maximal_dir_cliques_of(v, working, vertices);
-    targeted.hit.assign(targeted.targets.size(), 0);
-    targeted.left = targeted.targets.size();
-    if (targeted.left != 0) Walk_node(v, targeted);
+  CliqueList in_order;
+  if (!plain.over) {
+    for (auto& [key, clique] : found) in_order.push_back(std::move(clique));
+  } else {
+    // The walk spends its steps on member orders that lead to no new maximal clique. What it
+    // registers is known without it: the cliques v must end with, each in the place of the
+    // first path of the walk that records it (a path never recorded again, since a recorded
+    // clique joins Known; and whatever else the walk records, a later, larger find drops).
+    const CliqueList targets = Maximal_dir_cliques_of(v, working, vertices);
+    std::vector<std::pair<Walk_path, std::size_t>> keyed;
+    keyed.reserve(targets.size());
+    for (std::size_t t = 0; t < targets.size(); ++t) {
+      keyed.emplace_back(First_path_to(v, targets[t], working), t);
+    }
+    std::sort(keyed.begin(), keyed.end());
+    for (const auto& [path, t] : keyed) in_order.push_back(targets[t]);
   }
-
-  for (const auto& [key, clique] : found) {
+  for (const Clique& clique : in_order) {
     Clique_find_sub_routines::Iktatjuk_az_uj_math_cliquet(cliques, clique, vertices, overlaps,
                                                           node_cliques);
   }

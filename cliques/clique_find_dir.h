@@ -1,8 +1,9 @@
 // Lists the maximal directed cliques of three or more nodes: node sets whose members can be put
 // in a sequence where every earlier member links to every later one. Nodes are processed by
 // ascending number of distinct neighbours, ties by index; the cliques of one node are registered
-// after its search, in the order of their last (largest) find, so positions are stable.
-// Registration, overlaps and incremental neighbour sets are those of Clique_find.
+// after its walk, in the order the walk first records each of them, so positions are stable.
+// Registration, overlaps and incremental neighbour sets are those of Clique_find. Throws
+// Xerror_msg only on a corrupt vertex map or when the overlap matrix outgrows its budget.
 #pragma once
 
 #include <cstddef>
@@ -36,9 +37,10 @@ using FoundCliques = std::map<std::uint32_t, NodeList>;
 using Clique_find_sub_routines::KnownCliques;
 using kcp::NodeCliqueMap;
 
-// The steps (extensions) the walk of one node may take before it is walked again towards the
-// cliques it must end with only (Maximal_dir_cliques_of); both walks register the same cliques.
-inline constexpr std::size_t kPlainDirSteps = 100000;
+// The steps (extensions) the walk of one node may take. A node whose walk needs more gets its
+// cliques from Maximal_dir_cliques_of instead, each placed where the walk would first record it;
+// both ways register the same cliques in the same order.
+inline constexpr std::size_t kPlainDirSteps = 10000;
 
 // Finds the directed cliques that hold v among the nodes left in `working`, registers them in
 // key order, then unlinks v there (the caller erases it).
@@ -68,8 +70,10 @@ bool No_more_possible_member(const GapList& gaps);
 // Removes the smallest candidate of the gap and returns it; the gap must have one.
 NodeIndex Take_first_candidate(Gap& gap);
 
-// Extends the sequence of `gaps` depth first, collecting finished sequences in `found`. The walk
-// runs on an explicit stack, so its depth is bounded by memory alone.
+// Extends the sequence of `gaps` depth first, collecting finished sequences in `found`. A list
+// none of whose completions could be maximal (a node outside it could join each of them at the
+// front or the back) is not extended. The walk runs on an explicit stack, so its depth is bounded
+// by memory alone.
 void Recurrent_inc_inv_dir(GapList& gaps, const VtxdMap& working, const VtxdMap& vertices,
                            KnownCliques& known, FoundCliques& found);
 

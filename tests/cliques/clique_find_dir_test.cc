@@ -162,8 +162,86 @@ TEST(CliqueFindDir, NumbersTheCliquesInThePlainWalkOrder) {
   }
 }
 
+// The per-node loop of the search, with the walk of every node cut short at once, so that every
+// node takes its cliques from Maximal_dir_cliques_of, ordered by their first paths.
+CliqueList Search_by_targets(const IndexLinkMap& links) {
+  VtxdMap vertices;
+  Dir_vtx_map_from_link_map(vertices, links);
+  VtxdMap working = vertices;
+  NodeOrder order;
+  Sort_dir_vtx_map(order, vertices, "Neighs");
+  CliqueList cliques;
+  OverlapMatrix overlaps;
+  NodeCliqueMap node_cliques;
+  for (const NodeIndex v : order) {
+    Main_inc_dir_investigator(v, working, vertices, cliques, overlaps, node_cliques, 0);
+    working.erase(v);
+  }
+  return cliques;
+}
+
+TEST(CliqueFindDir, CutShortWalksRegisterTheSameCliquesInTheSameOrder) {
+  EXPECT_EQ(Search_by_targets(Links({{1, 2},
+                                     {2, 1},
+                                     {1, 3},
+                                     {3, 1},
+                                     {2, 3},
+                                     {3, 2},
+                                     {2, 4},
+                                     {4, 3},
+                                     {1, 4},
+                                     {2, 5},
+                                     {5, 1},
+                                     {3, 6},
+                                     {4, 7},
+                                     {5, 8},
+                                     {5, 9}})),
+            (CliqueList{{1, 2, 5}, {1, 2, 3, 4}}));
+  std::uint32_t seed = 7000;
+  for (const double p : {0.3, 0.6, 0.85, 1.0}) {
+    for (int round = 0; round < 40; ++round, ++seed) {
+      const IndexLinkMap links = testing::Random_directed_links(5 + seed % 7, p, seed);
+      ASSERT_EQ(Search_by_targets(links), testing::Plain_directed_clique_walk(links))
+          << "seed " << seed;
+    }
+  }
+  for (int round = 0; round < 60; ++round, ++seed) {
+    const IndexLinkMap links =
+        testing::Planted_block_links(14 + seed % 6, 7 + seed % 3, 0.85, 0.1, seed, true);
+    ASSERT_EQ(Search_by_targets(links), testing::Plain_directed_clique_walk(links))
+        << "seed " << seed;
+  }
+}
+
+TEST(CliqueFindDir, CliquesANodeMustEndWithAreTheMaximalOnesOfItsUnprocessedPart) {
+  std::uint32_t seed = 9000;
+  for (int round = 0; round < 80; ++round, ++seed) {
+    const IndexLinkMap links = testing::Random_directed_links(5 + seed % 8, 0.6, seed);
+    VtxdMap vertices;
+    Dir_vtx_map_from_link_map(vertices, links);
+    if (vertices.empty()) continue;
+    // Take away the smallest half of the nodes as if processed: v's cliques are then the maximal
+    // ones of the whole graph holding v and none of them.
+    VtxdMap working = vertices;
+    const NodeIndex v = std::prev(vertices.end())->first;
+    std::set<NodeIndex> gone;
+    for (const auto& [node, record] : vertices) {
+      if (node != v && node % 2 == 0) gone.insert(node);
+    }
+    for (const NodeIndex g : gone) working.erase(g);
+    CliqueList expected;
+    for (const NodeList& clique : testing::Brute_directed_cliques(links)) {
+      const bool holds_v = std::find(clique.begin(), clique.end(), v) != clique.end();
+      const bool touches_gone = std::any_of(clique.begin(), clique.end(),
+                                            [&](const NodeIndex& m) { return gone.count(m) != 0; });
+      if (holds_v && !touches_gone) expected.push_back(clique);
+    }
+    ASSERT_EQ(Maximal_dir_cliques_of(v, working, vertices), expected) << "seed " << seed;
+  }
+}
+
 TEST(CliqueFindDir, LargeTransitiveCliqueRunsWithoutDeepRecursion) {
-  const NodeIndex n = 2050;
+  const NodeIndex n = 2001;
   VtxdMap vertices;
   for (NodeIndex i = 1; i <= n; ++i) {
     NodeSet outs;

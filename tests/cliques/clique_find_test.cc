@@ -262,8 +262,7 @@ TEST(CliqueFind, AgreesWithBruteForceOnRandomGraphs) {
 }
 
 TEST(CliqueFind, NumbersTheCliquesInThePlainWalkOrder) {
-  // Sparse, dense and near-complete graphs, and near-cliques planted in sparse ones, where the
-  // search leaves out the branches that could only give cliques some node outside can join.
+  // Sparse, dense and near-complete graphs, and near-cliques planted in sparse ones.
   std::uint32_t seed = 500;
   for (const double p : {0.2, 0.5, 0.8, 0.95}) {
     for (int round = 0; round < 25; ++round, ++seed) {
@@ -278,9 +277,82 @@ TEST(CliqueFind, NumbersTheCliquesInThePlainWalkOrder) {
   }
 }
 
+// The search assembled from its sub-routines: the node loop and the candidate loop of each node,
+// with Recurrent_inc_investigator extending every partial clique. X is worked out here from the
+// whole graph: the nodes outside C, x and P linked to every member of C.
+CliqueList Search_with_sub_routines(const IndexLinkMap& links) {
+  VtxMap vertices;
+  Vtx_map_from_link_map(vertices, links);
+  VtxMap working = vertices;
+  NodeOrder order;
+  Sort_Vtx_map(order, working);
+  CliqueList cliques;
+  OverlapMatrix overlaps;
+  NodeCliqueMap node_cliques;
+  const auto outside_linked = [&](const NodeList& C, const NodeIndex& x, const NodeList& P) {
+    NodeList X;
+    for (const auto& [z, record] : vertices) {
+      if (z == x || std::binary_search(C.begin(), C.end(), z) ||
+          std::binary_search(P.begin(), P.end(), z)) {
+        continue;
+      }
+      const bool linked = std::all_of(
+          C.begin(), C.end(), [&](const NodeIndex& c) { return record.Neighs_c().count(c) != 0; });
+      if (linked) X.push_back(z);
+    }
+    return X;
+  };
+  for (const NodeIndex v : order) {
+    KnownCliques known = Known_cliques_of(vertices.at(v));
+    const NodeSet N = working.at(v).Neighs();
+    NodeSet P = N;
+    while (P.size() > 1) {
+      const NodeIndex w = *P.begin();
+      const NodeSet C{v, w};
+      NodeSet T = Tighten(working.at(w).Neighs_c(), P, C);
+      P.erase(w);
+      NodeSet reach = T;
+      reach.insert(C.begin(), C.end());
+      if (!Mehet_tovabb(known, NodeList(reach.begin(), reach.end()))) continue;
+      while (!T.empty()) {
+        const NodeIndex x = *T.begin();
+        T.erase(T.begin());
+        const NodeList C_list(C.begin(), C.end());
+        const NodeList P_list(T.begin(), T.end());
+        Recurrent_inc_investigator(x, working, vertices, C_list, P_list,
+                                   outside_linked(C_list, x, P_list), cliques, known, v, overlaps,
+                                   node_cliques);
+      }
+    }
+    for (const NodeIndex n : N) {
+      working.at(v).Remove_neigh(n);
+      working.at(n).Remove_neigh(v);
+    }
+    working.erase(v);
+  }
+  return cliques;
+}
+
+TEST(CliqueFind, SubRoutinesRegisterInThePlainWalkOrder) {
+  std::uint32_t seed = 1500;
+  for (const double p : {0.3, 0.6, 0.9}) {
+    for (int round = 0; round < 20; ++round, ++seed) {
+      const IndexLinkMap links = testing::Random_undirected_links(8 + seed % 9, p, seed);
+      ASSERT_EQ(Search_with_sub_routines(links), testing::Plain_clique_walk(links))
+          << "seed " << seed;
+    }
+  }
+  for (int round = 0; round < 40; ++round, ++seed) {
+    const IndexLinkMap links =
+        testing::Planted_block_links(18 + seed % 10, 10 + seed % 6, 0.9, 0.15, seed, false);
+    ASSERT_EQ(Search_with_sub_routines(links), testing::Plain_clique_walk(links))
+        << "seed " << seed;
+  }
+}
+
 TEST(CliqueFind, LargeCliqueRunsWithoutDeepRecursion) {
-  // 2,050 nodes all linked with each other, plus a triangle hanging off node 1 through 9001.
-  const NodeIndex n = 2050;
+  // 2,001 nodes all linked with each other, plus a triangle hanging off node 1 through 9001.
+  const NodeIndex n = 2001;
   VtxMap vertices;
   for (NodeIndex i = 1; i <= n; ++i) {
     NodeSet neighs;
