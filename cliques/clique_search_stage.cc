@@ -20,8 +20,12 @@ void Approximate_core(const CoreMap& core, CliqueList& cliques, OverlapMatrix& o
   Print_line(" Approximating cliques in the remaing core...");
   CliqueList approximate;
   Appr_core_cliques(core, cliques, approximate);
+  // Kept only while the matrix is computed on demand: should exact cliques be dropped, the rows
+  // the search would have stored for them are needed after all.
+  CliqueList searched;
+  if (overlaps.on_demand) searched = cliques;
   Extend_clique_vec(cliques, n_exact, approximate);
-  Extend_ovlp_matr(overlaps, cliques, n_exact);
+  Complete_ovlp_matr(overlaps, searched, cliques, n_exact);
   Print_line(" Clique approximation finished,");
   Print_line(" number of   exact cliques=" + std::to_string(n_exact) + ",");
   Print_line(" number of approx. cliques=" + std::to_string(cliques.size() - n_exact));

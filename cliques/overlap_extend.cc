@@ -67,4 +67,17 @@ void Extend_ovlp_matr(OverlapMatrix& overlaps, const CliqueList& cliques,
   }
 }
 
+void Complete_ovlp_matr(OverlapMatrix& overlaps, const CliqueList& searched,
+                        const CliqueList& cliques, const std::uint32_t& n_exact) {
+  if (overlaps.on_demand && n_exact < searched.size()) {
+    overlaps.on_demand = false;
+    overlaps.rows.clear();
+    NodeCliqueMap node_cliques;
+    for (std::uint32_t id = 0; id < searched.size(); ++id) {
+      Add_clique_overlaps(overlaps, node_cliques, searched[id], id);
+    }
+  }
+  if (!overlaps.on_demand) Extend_ovlp_matr(overlaps, cliques, n_exact);
+}
+
 }  // namespace kcp

@@ -43,6 +43,13 @@ void Resize_counted(std::vector<T>& v, const std::size_t& size, std::size_t& acc
 
 void Add_clique_overlaps(OverlapMatrix& overlaps, NodeCliqueMap& node_cliques, const Clique& K,
                          const std::uint32_t& id) {
+  if (overlaps.on_demand) {
+    // No rows; the memberships stay, since the searches look registered cliques up by node.
+    auto& of_node = node_cliques.cliques_of_node;
+    if (!K.empty() && of_node.size() <= K.back()) of_node.resize(K.back() + std::size_t{1});
+    for (const NodeIndex m : K) of_node[m].push_back(id);
+    return;
+  }
   if (overlaps.rows.size() != id) {
     throw Xerror_msg("ERROR: Add_clique_overlaps() : clique " + std::to_string(id) +
                      " does not follow the last row of the overlap matrix.");

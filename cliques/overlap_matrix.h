@@ -28,6 +28,7 @@ struct NodeCliqueMap {
 
 // Registers the overlaps of clique K (ascending members) at position overlaps.rows.size(), which
 // must be `id`; throws Xerror_msg otherwise, and when the memory budget would be exceeded.
+// A matrix kept on demand is left as it is; only the node memberships are recorded.
 void Add_clique_overlaps(OverlapMatrix& overlaps, NodeCliqueMap& node_cliques, const Clique& K,
                          const std::uint32_t& id);
 

@@ -40,36 +40,29 @@ void Take_clique(const std::uint32_t& m, const std::int32_t& counter, CliqueLabe
 
 }  // namespace
 
-void Look_for_new_com(const OverlapMatrix& overlaps, const std::uint32_t& seed,
-                      const std::uint32_t& k, std::int32_t& counter, CliqueLabels& labels,
-                      NodeTally& node_tally, LinkTally& link_tally, const CliqueList& cliques,
-                      CliqueIndexList& members, bool& approximate, const std::uint32_t& n_exact) {
-  if (seed >= overlaps.rows.size()) return;
-  // Unsigned on purpose: at k = 0 the bound wraps and no entry becomes a candidate.
-  const std::uint32_t need = k - 1;
+void Look_for_new_com(OverlapRows& rows, const std::uint32_t& seed, std::int32_t& counter,
+                      CliqueLabels& labels, NodeTally& node_tally, LinkTally& link_tally,
+                      const CliqueList& cliques, CliqueIndexList& members, bool& approximate,
+                      const std::uint32_t& n_exact) {
+  if (seed >= rows.Row_count()) return;
   CliqueIndexList candidates;
-  bool qualifies = false;
-  for (const Overlap& entry : overlaps.rows[seed]) {
-    if (entry.shared >= need) candidates.push_back(entry.clique);
-    if (entry.shared >= k) qualifies = true;
-  }
+  // No label test at the seed: with a symmetric matrix none of its candidates is labelled yet.
+  const bool qualifies = rows.Row(seed, labels, false, candidates);
   if (!qualifies) return;
   ++counter;
-  // No label test here: with a symmetric matrix no neighbour of a free seed is labelled yet.
   for (const std::uint32_t& j : candidates) {
     Take_clique(j, counter, labels, node_tally, link_tally, cliques, members, approximate, n_exact);
   }
   for (const std::uint32_t& j : candidates) {
-    Extend_com(j, overlaps, counter, labels, k, node_tally, link_tally, cliques, members,
-               approximate, n_exact);
+    Extend_com(j, rows, counter, labels, node_tally, link_tally, cliques, members, approximate,
+               n_exact);
   }
 }
 
-void Extend_com(const std::uint32_t& clique, const OverlapMatrix& overlaps,
-                const std::int32_t& counter, CliqueLabels& labels, const std::uint32_t& k,
-                NodeTally& node_tally, LinkTally& link_tally, const CliqueList& cliques,
-                CliqueIndexList& members, bool& approximate, const std::uint32_t& n_exact) {
-  const std::uint32_t need = k - 1;
+void Extend_com(const std::uint32_t& clique, OverlapRows& rows, const std::int32_t& counter,
+                CliqueLabels& labels, NodeTally& node_tally, LinkTally& link_tally,
+                const CliqueList& cliques, CliqueIndexList& members, bool& approximate,
+                const std::uint32_t& n_exact) {
   // The depth-first growth: each frame is one level of the recursion, holding the candidates
   // that level took (all labelled before any of them grows) and the next one to grow. The
   // candidates of all open levels share one vector, each level owning a slice at its top.
@@ -79,17 +72,13 @@ void Extend_com(const std::uint32_t& clique, const OverlapMatrix& overlaps,
     std::size_t end;
   };
   CliqueIndexList pending;
+  CliqueIndexList row;
   std::vector<Frame> frames;
 
   auto open_level = [&](const std::uint32_t& c) {
     const std::size_t begin = pending.size();
-    if (c < overlaps.rows.size()) {
-      for (const Overlap& entry : overlaps.rows[c]) {
-        if (entry.shared >= need && Label(labels, entry.clique) < 0) {
-          pending.push_back(entry.clique);
-        }
-      }
-    }
+    rows.Row(c, labels, true, row);
+    pending.insert(pending.end(), row.begin(), row.end());
     for (std::size_t p = begin; p < pending.size(); ++p) {
       Take_clique(pending[p], counter, labels, node_tally, link_tally, cliques, members,
                   approximate, n_exact);
@@ -110,6 +99,24 @@ void Extend_com(const std::uint32_t& clique, const OverlapMatrix& overlaps,
   }
 }
 
+void Look_for_new_com(const OverlapMatrix& overlaps, const std::uint32_t& seed,
+                      const std::uint32_t& k, std::int32_t& counter, CliqueLabels& labels,
+                      NodeTally& node_tally, LinkTally& link_tally, const CliqueList& cliques,
+                      CliqueIndexList& members, bool& approximate, const std::uint32_t& n_exact) {
+  OverlapRows rows(cliques, overlaps, k);
+  Look_for_new_com(rows, seed, counter, labels, node_tally, link_tally, cliques, members,
+                   approximate, n_exact);
+}
+
+void Extend_com(const std::uint32_t& clique, const OverlapMatrix& overlaps,
+                const std::int32_t& counter, CliqueLabels& labels, const std::uint32_t& k,
+                NodeTally& node_tally, LinkTally& link_tally, const CliqueList& cliques,
+                CliqueIndexList& members, bool& approximate, const std::uint32_t& n_exact) {
+  OverlapRows rows(cliques, overlaps, k);
+  Extend_com(clique, rows, counter, labels, node_tally, link_tally, cliques, members, approximate,
+             n_exact);
+}
+
 }  // namespace Coms_from_appr_cl_ovlp_sub
 
 void Coms_from_appr_ovlp_matr(CommunityList& communities, CommunityLinkLists& community_links,
@@ -121,7 +128,8 @@ void Coms_from_appr_ovlp_matr(CommunityList& communities, CommunityLinkLists& co
   community_links.clear();
   community_cliques.clear();
 
-  const std::size_t rows = overlaps.rows.size();
+  OverlapRows overlap_rows(cliques, overlaps, k);
+  const std::size_t rows = overlap_rows.Row_count();
   CliqueLabels labels(rows, -1);
   std::int32_t counter = -1;
 
@@ -141,7 +149,7 @@ void Coms_from_appr_ovlp_matr(CommunityList& communities, CommunityLinkLists& co
     // A row beyond the clique list has no clique, hence no nodes: it never seeds a community.
     const std::size_t size = i < cliques.size() ? cliques[i].size() : 0;
     if (labels[i] < 0 && size >= k) {
-      Look_for_new_com(overlaps, static_cast<std::uint32_t>(i), k, counter, labels, node_tally,
+      Look_for_new_com(overlap_rows, static_cast<std::uint32_t>(i), counter, labels, node_tally,
                        link_tally, cliques, members, approximate, n_exact);
     }
     if (node_tally.empty()) continue;

@@ -3,11 +3,13 @@
 // clique at or above n_exact is approximate. Outputs are cleared first; the exact communities
 // come first in the order of their lowest seed row, then the approximate ones in the same order.
 // Node sets and link lists ascend; clique lists keep the order in which the growth took cliques.
+// A matrix kept on demand gives the same communities as the stored one (see overlap_rows.h).
 #pragma once
 
 #include <cstdint>
 #include <vector>
 
+#include "communities/overlap_rows.h"
 #include "driver/types.h"
 
 namespace kcp {
@@ -47,6 +49,16 @@ void Extend_com(const std::uint32_t& clique, const OverlapMatrix& overlaps,
                 const std::int32_t& counter, CliqueLabels& labels, const std::uint32_t& k,
                 NodeTally& node_tally, LinkTally& link_tally, const CliqueList& cliques,
                 CliqueIndexList& members, bool& approximate, const std::uint32_t& n_exact);
+
+// The same two steps over rows already set up for k, as the main loop uses them.
+void Look_for_new_com(OverlapRows& rows, const std::uint32_t& seed, std::int32_t& counter,
+                      CliqueLabels& labels, NodeTally& node_tally, LinkTally& link_tally,
+                      const CliqueList& cliques, CliqueIndexList& members, bool& approximate,
+                      const std::uint32_t& n_exact);
+void Extend_com(const std::uint32_t& clique, OverlapRows& rows, const std::int32_t& counter,
+                CliqueLabels& labels, NodeTally& node_tally, LinkTally& link_tally,
+                const CliqueList& cliques, CliqueIndexList& members, bool& approximate,
+                const std::uint32_t& n_exact);
 
 }  // namespace Coms_from_appr_cl_ovlp_sub
 

@@ -83,6 +83,9 @@ void Run_stages(int argc, char** argv) {
   Print_line(" Graph created from the links OK.");
 
   overlaps.min_shared = Min_shared_for_run(fixed_k_flag, fixed_k);
+  // Rows are computed per k from the clique list: storing every overlapping pair outgrows the
+  // memory of a machine on networks with many overlapping cliques.
+  overlaps.on_demand = true;
   n_exact = 0;
   Find_cliques(time_flag, directed, cliques, overlaps, directed_vertices, vertices, n_exact,
                max_time);

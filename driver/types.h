@@ -39,9 +39,12 @@ using OverlapRow = std::vector<Overlap>;
 // Symmetric and sparse: rows[i] holds (j, shared) on both sides for every stored pair. Pairs that
 // share fewer than min_shared nodes are left out, since percolation at k reads only pairs sharing
 // at least k - 1 nodes: a run whose every k is at least 3 needs 2, a run at one k needs k - 1.
+// With on_demand set the searches store no rows at all and percolation computes each row from
+// the clique list when it reads it; memory then grows with the clique list, not with the pairs.
 struct OverlapMatrix {
   std::vector<OverlapRow> rows;
   std::uint32_t min_shared = 1;
+  bool on_demand = false;
 };
 
 using Community = NodeList;

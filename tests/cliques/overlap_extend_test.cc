@@ -6,6 +6,8 @@
 #include <iterator>
 #include <random>
 
+#include "cliques/overlap_matrix.h"
+
 namespace kcp {
 namespace {
 
@@ -119,6 +121,56 @@ TEST(OverlapExtend, AgreesWithPlainLoopsOnRandomLists) {
     Extend_ovlp_matr(overlaps, cliques, n_exact);
     EXPECT_EQ(overlaps.rows, expected.rows) << "round " << round;
   }
+}
+
+// The list the search left and the list after an approximation that dropped exact clique 1
+// (inside the approximate {2,3,4,5,6}).
+const CliqueList kSearched{{1, 2, 3}, {3, 4, 5}, {2, 3, 4}, {6, 7, 8}};
+const CliqueList kMerged{{1, 2, 3}, {6, 7, 8}, {2, 3, 4, 5, 6}};
+
+OverlapMatrix Stored_as_searched(const CliqueList& searched) {
+  OverlapMatrix overlaps;
+  overlaps.min_shared = 2;
+  NodeCliqueMap node_cliques;
+  for (std::uint32_t id = 0; id < searched.size(); ++id) {
+    Add_clique_overlaps(overlaps, node_cliques, searched[id], id);
+  }
+  return overlaps;
+}
+
+TEST(OverlapExtend, OnDemandMatrixStaysSoWhenNoExactCliqueWasDropped) {
+  OverlapMatrix overlaps;
+  overlaps.min_shared = 2;
+  overlaps.on_demand = true;
+  CliqueList merged = kSearched;
+  merged.push_back({7, 8, 9, 10});
+  Complete_ovlp_matr(overlaps, kSearched, merged, 4);
+  EXPECT_TRUE(overlaps.on_demand);
+  EXPECT_TRUE(overlaps.rows.empty());
+}
+
+TEST(OverlapExtend, OnDemandMatrixIsStoredWithItsStaleRowsWhenExactCliquesWereDropped) {
+  OverlapMatrix overlaps;
+  overlaps.min_shared = 2;
+  overlaps.on_demand = true;
+  Complete_ovlp_matr(overlaps, kSearched, kMerged, 2);
+  OverlapMatrix expected = Stored_as_searched(kSearched);
+  Extend_ovlp_matr(expected, kMerged, 2);
+  EXPECT_FALSE(overlaps.on_demand);
+  EXPECT_EQ(overlaps.rows, expected.rows);
+  // Four rows of the search plus one appended. Row 1 still describes the dropped {3,4,5}; row 2,
+  // now the approximate clique's, keeps the stale entry (1, 2) of {2,3,4} beside its own.
+  EXPECT_EQ(overlaps.rows.size(), 5u);
+  EXPECT_EQ(overlaps.rows[1], (OverlapRow{{1, 3}, {2, 2}}));
+  EXPECT_EQ(overlaps.rows[2], (OverlapRow{{0, 2}, {1, 2}, {2, 5}}));
+}
+
+TEST(OverlapExtend, StoredMatrixIsExtendedAsBefore) {
+  OverlapMatrix overlaps = Stored_as_searched(kSearched);
+  OverlapMatrix expected = overlaps;
+  Extend_ovlp_matr(expected, kMerged, 2);
+  Complete_ovlp_matr(overlaps, kSearched, kMerged, 2);
+  EXPECT_EQ(overlaps.rows, expected.rows);
 }
 
 }  // namespace
