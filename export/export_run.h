@@ -1,0 +1,16 @@
+// The whole of varnel-export behind its main: parses the arguments, reads the results directory
+// with Read_results_dir, writes the chosen format to `out` or to the --output file, and returns
+// the exit status: 0 on success, 1 when reading or writing fails, 2 on a command-line error.
+// Every message goes to `err` as one line beginning "varnel-export: ". With --output the file is
+// opened only after the results were read, and removed again when writing it fails.
+#pragma once
+
+#include <ostream>
+#include <string>
+#include <vector>
+
+namespace kcp {
+
+int Run_export(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
+
+}  // namespace kcp

@@ -1,0 +1,15 @@
+// Node names of record lines turned into the run's node indices.
+#pragma once
+
+#include <string_view>
+
+#include "driver/types.h"
+#include "results/line_tokeniser.h"
+#include "results/node_numbering.h"
+
+namespace kcp {
+
+// The index of `name`; fails through t when a locked numbering does not know it.
+NodeIndex Node_of(const Line_tokeniser& t, Node_numbering& numbering, std::string_view name);
+
+}  // namespace kcp

@@ -1,0 +1,142 @@
+#include "results/run_results.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <system_error>
+
+#include "driver/xerror_msg.h"
+#include "results/clique_file_reader.h"
+#include "results/graph_file_reader.h"
+#include "results/k_dir_reader.h"
+#include "results/line_tokeniser.h"
+#include "results/node_numbering.h"
+#include "results/record_numbers.h"
+
+namespace kcp {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+bool Exists(const std::string& path) {
+  std::error_code error;
+  return fs::exists(path, error);
+}
+
+// The "k=" directories of the results directory, ascending; other entries are not the run's.
+std::vector<std::uint32_t> List_k_dirs(const std::string& dir) {
+  std::vector<std::uint32_t> ks;
+  std::error_code error;
+  for (fs::directory_iterator it(dir, error), end; !error && it != end; it.increment(error)) {
+    const std::string name = it->path().filename().string();
+    std::uint32_t k = 0;
+    std::error_code type_error;
+    if (name.starts_with("k=") && Parse_unsigned(std::string_view(name).substr(2), k) &&
+        it->is_directory(type_error)) {
+      ks.push_back(k);
+    }
+  }
+  if (error) Fail_in_file(dir, 0, "cannot list the directory: " + error.message());
+  std::sort(ks.begin(), ks.end());
+  return ks;
+}
+
+std::vector<std::string> Names_of(const NodeList& nodes, const std::vector<std::string>& names) {
+  std::vector<std::string> result;
+  result.reserve(nodes.size());
+  for (const NodeIndex node : nodes) result.push_back(names[node]);
+  return result;
+}
+
+}  // namespace
+
+RunResults Read_results_dir(const std::string& dir, const std::optional<std::uint32_t>& only_k) {
+  std::error_code error;
+  if (!fs::exists(dir, error)) Fail_in_file(dir, 0, "no such results directory");
+  if (!fs::is_directory(dir, error)) Fail_in_file(dir, 0, "this is not a directory");
+
+  const bool plain_graph = Exists(dir + "/graph");
+  const bool directed_graph = Exists(dir + "/directed_graph");
+  if (plain_graph == directed_graph) {
+    Fail_in_file(dir, 0,
+                 plain_graph ? "it holds both a \"graph\" and a \"directed_graph\" file: not the "
+                               "results of one run"
+                             : "not a results directory of Varnel: it holds neither a \"graph\" "
+                               "nor a \"directed_graph\" file");
+  }
+  const std::string graph_path = dir + (directed_graph ? "/directed_graph" : "/graph");
+  Node_numbering numbering;
+  GraphFile graph = Read_graph_file(graph_path, numbering);
+  numbering.Lock();
+  if (graph.directed != directed_graph) {
+    Fail_in_file(graph_path, 0,
+                 directed_graph ? "the header says that mutual links were removed, which only an "
+                                  "undirected run does, but the file name is that of a directed run"
+                                : "the header is that of a directed run, but the file name is that "
+                                  "of an undirected one");
+  }
+
+  RunResults results;
+  results.directed = graph.directed;
+  results.weighted = graph.weighted;
+  results.flavour = graph.directed ? "directed" : "";
+  if (graph.alap_szoveg.find("\n# A lower link weight intensity threshold of ") !=
+      std::string::npos) {
+    if (graph.directed) {
+      Fail_in_file(graph_path, 0,
+                   "the run description names both an intensity threshold and "
+                   "directed links, which no run combines");
+    }
+    results.flavour = "intensity";
+  }
+  results.alap_szoveg = graph.alap_szoveg;
+  results.nodes.assign(numbering.Names().begin() + 1, numbering.Names().end());
+  results.links = std::move(graph.links);
+  graph.link_map.clear();
+
+  RunContext run;
+  run.flavour = results.flavour;
+  run.alap_szoveg = results.alap_szoveg;
+  run.numbering = &numbering;
+  CliqueFile cliques;
+  const std::string clique_path = dir + (graph.directed ? "/directed_cliques" : "/cliques");
+  if (Exists(clique_path)) {
+    cliques = Read_clique_file(clique_path, numbering);
+    if (cliques.flag != (graph.directed ? "directed" : "")) {
+      Fail_in_file(clique_path, 1, "the header does not match the file name");
+    }
+    if (cliques.alap_szoveg != results.alap_szoveg) {
+      Fail_in_file(clique_path, 1,
+                   "the run description differs from that of the graph file: this file belongs "
+                   "to another run");
+    }
+    run.cliques = &cliques;
+    results.cliques.resize(cliques.cliques.size());
+    for (std::size_t i = 0; i < cliques.cliques.size(); ++i) {
+      CliqueRecord& record = results.cliques[i];
+      record.approximate = i >= cliques.n_exact;
+      record.number =
+          record.approximate ? -static_cast<std::int64_t>(i) : static_cast<std::int64_t>(i);
+      record.nodes = Names_of(cliques.cliques[i], numbering.Names());
+    }
+  }
+
+  std::vector<std::uint32_t> ks;
+  if (only_k) {
+    const std::string k_dir = dir + "/k=" + std::to_string(*only_k);
+    if (!fs::is_directory(k_dir, error)) {
+      Fail_in_file(dir, 0,
+                   "there is no directory \"k=" + std::to_string(*only_k) +
+                       "\": the run wrote no communities at that k");
+    }
+    ks.push_back(*only_k);
+  } else {
+    ks = List_k_dirs(dir);
+  }
+  for (const std::uint32_t k : ks) {
+    results.per_k.push_back(Read_k_dir(dir + "/k=" + std::to_string(k), k, run));
+  }
+  return results;
+}
+
+}  // namespace kcp

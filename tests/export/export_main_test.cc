@@ -1,0 +1,356 @@
+// End-to-end runs of the built varnel-export on results directories made by real varnel runs.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <map>
+#include <regex>
+#include <set>
+
+#include "tests/export/export_process.h"
+#include "tests/export/xml_check.h"
+
+namespace kcp {
+namespace {
+
+using testing::Make_results;
+using testing::ProcessResult;
+using testing::Run_export;
+using testing::Test_dir;
+
+// Two triangles sharing the node c, a four-clique f g h R&D (one line of it given both ways),
+// and a lone link between two nodes with awkward names (one of them Latin-1, not UTF-8).
+const char* const kHandMadeLinks =
+    "a b\na c\nb c\nc d\nc x\"y\nd x\"y\nf g\nf h\nf R&D\ng h\ng R&D\nh R&D\ncaf\xE9 <q>\nh g\n";
+
+std::size_t Count(const std::string& text, const std::string& part) {
+  std::size_t count = 0;
+  for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) {
+    ++count;
+  }
+  return count;
+}
+
+// node id (as written) -> content of its data element with the given key ("" when absent).
+std::map<std::string, std::string> Node_data(const std::string& graphml, const std::string& key) {
+  std::map<std::string, std::string> data;
+  const std::regex node("<node id=\"([^\"]*)\">(.*)</node>");
+  const std::regex value("<data key=\"" + key + "\">([^<]*)</data>");
+  for (auto it = std::sregex_iterator(graphml.begin(), graphml.end(), node);
+       it != std::sregex_iterator(); ++it) {
+    const std::string inner = (*it)[2];
+    std::smatch found;
+    data[(*it)[1]] = std::regex_search(inner, found, value) ? found[1].str() : "";
+  }
+  return data;
+}
+
+// The rows of a CSV text, fields unquoted (RFC 4180).
+std::vector<std::vector<std::string>> Csv_rows(const std::string& csv) {
+  std::vector<std::vector<std::string>> rows(1);
+  std::string field;
+  bool quoted = false;
+  for (std::size_t i = 0; i < csv.size(); ++i) {
+    const char c = csv[i];
+    if (quoted) {
+      if (c == '"' && i + 1 < csv.size() && csv[i + 1] == '"') {
+        field += '"';
+        ++i;
+      } else if (c == '"') {
+        quoted = false;
+      } else {
+        field += c;
+      }
+    } else if (c == '"') {
+      quoted = true;
+    } else if (c == ',') {
+      rows.back().push_back(field);
+      field.clear();
+    } else if (c == '\n') {
+      rows.back().push_back(field);
+      field.clear();
+      rows.emplace_back();
+    } else {
+      field += c;
+    }
+  }
+  rows.pop_back();  // after the last line end
+  return rows;
+}
+
+class HandMadeRun : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    results_ = Make_results(dir_, "hand.links", kHandMadeLinks, "hand_results");
+    ASSERT_FALSE(results_.empty()) << "varnel made no results directory";
+  }
+  Test_dir dir_;
+  std::string results_;
+};
+
+TEST_F(HandMadeRun, GraphmlGivesEachNodeAndLinkItsCommunities) {
+  const ProcessResult run = Run_export(dir_, {results_, "--format", "graphml"});
+  ASSERT_EQ(run.status, 0) << run.err;
+  EXPECT_EQ(run.err, "");
+  const std::string& xml = run.out;
+  EXPECT_EQ(testing::Xml_fault(xml), "");
+  EXPECT_EQ(Count(xml, "edgedefault=\"undirected\""), 1u);
+  EXPECT_EQ(Count(xml, "<node "), 11u);
+  EXPECT_EQ(Count(xml, "<edge "), 13u);  // 14 lines, "h g" joins "g h"
+
+  const auto k3 = Node_data(xml, "node_k3");
+  const auto k4 = Node_data(xml, "node_k4");
+  ASSERT_EQ(k3.size(), 11u);
+  // {a, b, c}, {c, d, x"y} and {f, g, h, R&D} at k=3, whatever numbers the run gave them.
+  const std::string abc = k3.at("a");
+  const std::string cdx = k3.at("d");
+  const std::string fgh = k3.at("f");
+  EXPECT_EQ(k3.at("b"), abc);
+  EXPECT_EQ(k3.at("x&quot;y"), cdx);
+  EXPECT_EQ(k3.at("R&amp;D"), fgh);
+  EXPECT_TRUE(k3.at("c") == abc + "," + cdx || k3.at("c") == cdx + "," + abc) << k3.at("c");
+  EXPECT_EQ(std::set<std::string>({abc, cdx, fgh}).size(), 3u);
+  EXPECT_EQ(k3.at("caf\\xE9"), "");
+  EXPECT_EQ(k3.at("&lt;q&gt;"), "");
+  // Only the four-clique survives at k=4.
+  EXPECT_EQ(k4.at("f"), "0");
+  EXPECT_EQ(k4.at("R&amp;D"), "0");
+  EXPECT_EQ(k4.at("a"), "");
+  EXPECT_EQ(k4.at("c"), "");
+
+  EXPECT_EQ(Count(xml, "<edge source=\"caf\\xE9\" target=\"&lt;q&gt;\"></edge>"), 1u);
+  EXPECT_EQ(Count(xml, "<edge source=\"g\" target=\"h\"><data key=\"link_k3\">" + fgh +
+                           "</data><data key=\"link_k4\">0</data></edge>"),
+            1u);
+}
+
+TEST_F(HandMadeRun, CsvListsEveryCommunityOfEveryK) {
+  const ProcessResult run = Run_export(dir_, {results_, "-f", "csv"});
+  ASSERT_EQ(run.status, 0) << run.err;
+  const auto rows = Csv_rows(run.out);
+  ASSERT_FALSE(rows.empty());
+  EXPECT_EQ(rows[0], std::vector<std::string>({"k", "community", "approximate", "node"}));
+  std::map<std::pair<std::string, std::string>, std::set<std::string>> communities;
+  for (std::size_t i = 1; i < rows.size(); ++i) {
+    ASSERT_EQ(rows[i].size(), 4u);
+    EXPECT_EQ(rows[i][2], "false");
+    communities[{rows[i][0], rows[i][1]}].insert(rows[i][3]);
+  }
+  std::multiset<std::pair<std::string, std::set<std::string>>> found;
+  for (const auto& [key, nodes] : communities) found.insert({key.first, nodes});
+  const std::multiset<std::pair<std::string, std::set<std::string>>> expected = {
+      {"3", {"a", "b", "c"}},
+      {"3", {"c", "d", "x\"y"}},
+      {"3", {"f", "g", "h", "R&D"}},
+      {"4", {"f", "g", "h", "R&D"}}};
+  EXPECT_EQ(found, expected);
+  EXPECT_EQ(Count(run.out, ",\"x\"\"y\"\n"), 1u);
+}
+
+TEST_F(HandMadeRun, KRestrictsEveryFormatToThatK) {
+  const ProcessResult graphml = Run_export(dir_, {results_, "-f", "graphml", "--k", "4"});
+  ASSERT_EQ(graphml.status, 0) << graphml.err;
+  EXPECT_EQ(Count(graphml.out, "attr.name=\"k3\""), 0u);
+  EXPECT_EQ(Count(graphml.out, "attr.name=\"k4\""), 2u);
+  EXPECT_EQ(Count(graphml.out, "<node "), 11u);  // the whole network, communities of k=4
+
+  const ProcessResult csv = Run_export(dir_, {results_, "-f", "csv", "--k=4"});
+  ASSERT_EQ(csv.status, 0) << csv.err;
+  EXPECT_EQ(Csv_rows(csv.out).size(), 1u + 4u);
+  EXPECT_EQ(Count(csv.out, "\n3,"), 0u);
+
+  const ProcessResult json = Run_export(dir_, {results_, "-f", "json", "-k", "4"});
+  ASSERT_EQ(json.status, 0) << json.err;
+  EXPECT_EQ(Count(json.out, "\"k\": [4],"), 1u);
+  EXPECT_EQ(Count(json.out, "\"k3\""), 0u);
+
+  const ProcessResult svg = Run_export(dir_, {results_, "-f", "svg", "-k", "4"});
+  ASSERT_EQ(svg.status, 0) << svg.err;
+  EXPECT_EQ(testing::Xml_fault(svg.out), "");
+  EXPECT_EQ(Count(svg.out, ">k = 4:  1 community<"), 1u);
+  EXPECT_EQ(Count(svg.out, ">k = 3:"), 0u);
+  EXPECT_EQ(Count(svg.out, "against k<"), 0u);
+}
+
+TEST_F(HandMadeRun, OutputFileHoldsWhatStandardOutputWould) {
+  const ProcessResult to_stdout = Run_export(dir_, {results_, "-f", "json"});
+  const ProcessResult to_file =
+      Run_export(dir_, {results_, "-f", "json", "--output", dir_ / "out.json"});
+  ASSERT_EQ(to_file.status, 0) << to_file.err;
+  EXPECT_EQ(to_file.out, "");
+  EXPECT_EQ(testing::Read_file(dir_ / "out.json"), to_stdout.out);
+  EXPECT_EQ(Count(to_stdout.out, "{\"id\": \"caf\\\\xE9\"}"), 1u);
+}
+
+TEST(ExportMain, WritesBothDirectionsOfADirectedRun) {
+  Test_dir dir;
+  const std::string results =
+      Make_results(dir, "d.links", "a b\nb c\na c\nb a\nc d\nb d\na d\nd e\n", "d_results", {"-D"});
+  ASSERT_FALSE(results.empty());
+  const ProcessResult run = Run_export(dir, {results, "-f", "graphml"});
+  ASSERT_EQ(run.status, 0) << run.err;
+  EXPECT_EQ(Count(run.out, "edgedefault=\"directed\""), 1u);
+  EXPECT_EQ(Count(run.out, "<edge "), 8u);
+  // {a, b, c, d} is one community at k=3 and at k=4; both directions of a-b belong to it.
+  EXPECT_EQ(Count(run.out,
+                  "<edge source=\"a\" target=\"b\"><data key=\"link_k3\">0</data>"
+                  "<data key=\"link_k4\">0</data></edge>"),
+            1u);
+  EXPECT_EQ(Count(run.out,
+                  "<edge source=\"b\" target=\"a\"><data key=\"link_k3\">0</data>"
+                  "<data key=\"link_k4\">0</data></edge>"),
+            1u);
+  EXPECT_EQ(Count(run.out, "<edge source=\"d\" target=\"e\"></edge>"), 1u);
+  const ProcessResult json = Run_export(dir, {results, "-f", "json"});
+  EXPECT_EQ(Count(json.out, "\"directed\": true,"), 1u);
+  EXPECT_EQ(Count(json.out, "\"flavour\": \"directed\","), 1u);
+}
+
+// Communities per k as the communities files list them: "k=4" -> number of node entries.
+std::map<std::string, std::size_t> Community_entries(const std::string& results) {
+  std::map<std::string, std::size_t> entries;
+  for (const auto& entry : std::filesystem::directory_iterator(results)) {
+    const std::string name = entry.path().filename().string();
+    if (!name.starts_with("k=")) continue;
+    const std::string text = testing::Read_file(entry.path().string() + "/communities");
+    std::size_t count = 0;
+    std::size_t line_start = 0;
+    while (line_start < text.size()) {
+      std::size_t line_end = text.find('\n', line_start);
+      if (line_end == std::string::npos) line_end = text.size();
+      const std::string line = text.substr(line_start, line_end - line_start);
+      if (!line.empty() && line[0] != '#') count += Count(line, " ") - 1;  // "N: a b c "
+      line_start = line_end + 1;
+    }
+    entries[name.substr(2)] = count;
+  }
+  return entries;
+}
+
+TEST(ExportMain, ExportsLesMiserablesInEveryFormat) {
+  const std::string data = std::string(VARNEL_SHARED_DATA) + "/lesmis.links";
+  if (testing::Read_file(data).empty()) GTEST_SKIP() << "no shared data at " << data;
+  Test_dir dir;
+  const std::string results = Make_results(dir, "lesmis.links", testing::Read_file(data), "les");
+  ASSERT_FALSE(results.empty());
+
+  // 254 lines among 77 characters; no reciprocal pair.
+  const ProcessResult graphml = Run_export(dir, {results, "-f", "graphml"});
+  ASSERT_EQ(graphml.status, 0) << graphml.err;
+  EXPECT_EQ(testing::Xml_fault(graphml.out), "");
+  EXPECT_EQ(Count(graphml.out, "<node "), 77u);
+  EXPECT_EQ(Count(graphml.out, "<edge "), 254u);
+
+  const ProcessResult csv = Run_export(dir, {results, "-f", "csv"});
+  ASSERT_EQ(csv.status, 0) << csv.err;
+  std::map<std::string, std::size_t> rows_per_k;
+  for (const auto& row : Csv_rows(csv.out)) {
+    if (row[0] != "k") ++rows_per_k[row[0]];
+  }
+  EXPECT_EQ(rows_per_k, Community_entries(results));
+
+  const ProcessResult json = Run_export(dir, {results, "-f", "json"});
+  ASSERT_EQ(json.status, 0) << json.err;
+  EXPECT_EQ(Count(json.out, "{\"source\": "), 254u);
+  EXPECT_EQ(Count(json.out, "\"k\": [3, 4, 5, 6, 7, 8, 9, 10],"), 1u);
+
+  const ProcessResult svg = Run_export(dir, {results, "-f", "svg", "-o", dir / "les.svg"});
+  ASSERT_EQ(svg.status, 0) << svg.err;
+  const std::string picture = testing::Read_file(dir / "les.svg");
+  EXPECT_EQ(testing::Xml_fault(picture), "");
+  EXPECT_EQ(Count(picture, ">Node membership<"), 8u);
+  // The document title and the heading on the page.
+  EXPECT_EQ(Count(picture, "<title>k-clique communities of les</title>"), 1u);
+  EXPECT_EQ(Count(picture, ">k-clique communities of les<"), 2u);
+  if (!testing::Python_available()) {
+    GTEST_SKIP() << "python3 with xml.etree is not installed; XML checked in C++ only";
+  }
+  EXPECT_EQ(testing::Python_xml_fault(graphml.out), "");
+  EXPECT_EQ(testing::Python_xml_fault(picture), "");
+}
+
+TEST(ExportMain, KeepsTheMinusSignOfApproximateCommunities) {
+  const std::string data = std::string(VARNEL_SHARED_DATA) + "/lesmis.links";
+  if (testing::Read_file(data).empty()) GTEST_SKIP() << "no shared data at " << data;
+  Test_dir dir;
+  // A time limit below the clock's resolution: approximate communities, "-0" among them when a
+  // k has no exact one (how many depends on the clock).
+  const std::string results =
+      Make_results(dir, "lesmis.links", testing::Read_file(data), "t", {"-t", "0.0000001"});
+  ASSERT_FALSE(results.empty());
+  std::set<std::pair<std::string, std::string>> in_files;
+  for (const auto& entry : std::filesystem::directory_iterator(results)) {
+    const std::string k = entry.path().filename().string().substr(2);
+    const std::string text = testing::Read_file(entry.path().string() + "/communities");
+    const std::regex label("\n(-?[0-9]+): ");
+    for (auto it = std::sregex_iterator(text.begin(), text.end(), label);
+         it != std::sregex_iterator(); ++it) {
+      in_files.insert({k, (*it)[1]});
+    }
+  }
+  const ProcessResult csv = Run_export(dir, {results, "-f", "csv"});
+  ASSERT_EQ(csv.status, 0) << csv.err;
+  std::set<std::pair<std::string, std::string>> in_csv;
+  for (const auto& row : Csv_rows(csv.out)) {
+    if (row[0] == "k") continue;
+    in_csv.insert({row[0], row[1]});
+    EXPECT_EQ(row[2], row[1].starts_with("-") ? "true" : "false") << row[0] << "," << row[1];
+  }
+  EXPECT_EQ(in_csv, in_files);
+  const ProcessResult graphml = Run_export(dir, {results, "-f", "graphml"});
+  ASSERT_EQ(graphml.status, 0) << graphml.err;
+  EXPECT_EQ(testing::Xml_fault(graphml.out), "");
+}
+
+TEST(ExportMain, PrintsHelpAndVersion) {
+  Test_dir dir;
+  const ProcessResult version = Run_export(dir, {"--version"});
+  EXPECT_EQ(version.status, 0);
+  EXPECT_EQ(version.out, "varnel-export 1.0\n");
+  EXPECT_EQ(version.err, "");
+  const ProcessResult help = Run_export(dir, {"--help"});
+  EXPECT_EQ(help.status, 0);
+  EXPECT_TRUE(help.out.starts_with("Usage: varnel-export RESULTS_DIR")) << help.out;
+}
+
+TEST(ExportMain, ReportsErrorsOnStandardErrorWithNonZeroStatus) {
+  Test_dir dir;
+  const std::string results = Make_results(dir, "t.links", "a b\nb c\na c\n", "t_results");
+  ASSERT_FALSE(results.empty());
+  testing::Write_file(dir / "plain/file.txt", "");
+  std::filesystem::create_directories(dir / "plain");
+  testing::Write_file(dir / "plain/file.txt", "not results\n");
+
+  struct Case {
+    std::vector<std::string> args;
+    int status;
+    std::string message_part;
+  };
+  const std::vector<Case> cases = {
+      {{dir / "missing", "-f", "csv"}, 1, "no such directory"},
+      {{dir / "plain", "-f", "csv"}, 1, "not a results directory"},
+      {{dir / "plain/file.txt", "-f", "csv"}, 1, "is not a directory"},
+      {{results, "-f", "pdf"}, 2, "unknown format 'pdf'"},
+      {{results, "-f", "csv", "--k", "two"}, 2, "--k needs a whole number"},
+      {{results, "-f", "csv", "--k", "2"}, 2, "--k needs a whole number"},
+      {{results, "-f", "csv", "--k", "7"}, 1, "k=7"},
+      {{results}, 2, "no --format given"},
+      {{}, 2, "no results directory given"},
+      {{results, "-f", "csv", "-o", dir / "no/such/dir/out.csv"}, 1, "cannot open"},
+  };
+  for (const Case& c : cases) {
+    const ProcessResult run = Run_export(dir, c.args);
+    const std::string shown = c.args.empty() ? "(none)" : c.args.back();
+    EXPECT_EQ(run.status, c.status) << shown;
+    EXPECT_EQ(run.out, "") << shown;
+    EXPECT_TRUE(run.err.starts_with("varnel-export: ")) << shown << ": " << run.err;
+    EXPECT_NE(run.err.find(c.message_part), std::string::npos) << shown << ": " << run.err;
+  }
+  // An error leaves no output file behind.
+  const ProcessResult missing_k =
+      Run_export(dir, {results, "-f", "csv", "-k", "9", "-o", dir / "never.csv"});
+  EXPECT_EQ(missing_k.status, 1);
+  EXPECT_FALSE(std::filesystem::exists(dir / "never.csv"));
+}
+
+}  // namespace
+}  // namespace kcp

@@ -1,0 +1,278 @@
+#include "results/run_results.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <functional>
+#include <set>
+
+#include "driver/xerror_msg.h"
+#include "tests/results/results_fixtures.h"
+#include "tests/support/test_dir.h"
+
+namespace kcp {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::Read_file;
+using testing::Run_varnel;
+using testing::Test_dir;
+using testing::Write_file;
+
+using Names = std::vector<std::string>;
+using Pairs = std::vector<std::pair<std::string, std::string>>;
+
+// A four-clique a b c d, a triangle d e f sharing d with it, and y hanging on a.
+const std::string kLinks = "a b\nb c\na c\nc d\nb d\na d\nd e\ne f\nd f\ny a\n";
+const std::string kWeightedLinks =
+    "a b 0.9\nb c 0.8\na c 0.7\nc d 0.6\nb d 1\na d 2\nd e 0.1\ne f 0.3\nd f 0.4\n";
+
+std::string Error_of(const std::function<void()>& read) {
+  try {
+    read();
+  } catch (const Xerror_msg& e) {
+    return e.what();
+  }
+  return "no error";
+}
+
+const CommunityRecord* Community_with(const KResults& k, const Names& nodes) {
+  for (const CommunityRecord& c : k.communities) {
+    if (c.nodes == nodes) return &c;
+  }
+  return nullptr;
+}
+
+TEST(RunResults, ReadsEveryFileOfAPlainRun) {
+  Test_dir dir;
+  Write_file(dir / "net.links", kLinks);
+  ASSERT_EQ(Run_varnel(dir.path(), {"-i", "net.links", "-o", "out"}), 0);
+  const RunResults run = Read_results_dir(dir / "out", std::nullopt);
+  EXPECT_EQ(run.flavour, "");
+  EXPECT_FALSE(run.directed);
+  EXPECT_FALSE(run.weighted);
+  EXPECT_TRUE(run.alap_szoveg.starts_with(" from " + (dir / "net.links") + "\n"));
+  // The run numbers the nodes by first appearance in the name-sorted links.
+  EXPECT_EQ(run.nodes, (Names{"a", "b", "c", "d", "e", "f", "y"}));
+  ASSERT_EQ(run.links.size(), 10u);
+  EXPECT_EQ(run.links.back().source, "y");
+  EXPECT_EQ(run.links.back().target, "a");
+  ASSERT_EQ(run.cliques.size(), 2u);
+  std::set<Names> cliques;
+  for (const CliqueRecord& c : run.cliques) {
+    EXPECT_FALSE(c.approximate);
+    cliques.insert(c.nodes);
+  }
+  EXPECT_EQ(cliques, (std::set<Names>{{"a", "b", "c", "d"}, {"d", "e", "f"}}));
+
+  ASSERT_EQ(run.per_k.size(), 2u);
+  const KResults& three = run.per_k[0];
+  EXPECT_EQ(three.k, 3u);
+  ASSERT_EQ(three.communities.size(), 2u);
+  const CommunityRecord* square = Community_with(three, {"a", "b", "c", "d"});
+  const CommunityRecord* triangle = Community_with(three, {"d", "e", "f"});
+  ASSERT_TRUE(square != nullptr && triangle != nullptr);
+  EXPECT_EQ(square->links,
+            (Pairs{{"a", "b"}, {"a", "c"}, {"a", "d"}, {"b", "c"}, {"b", "d"}, {"c", "d"}}));
+  EXPECT_EQ(triangle->links, (Pairs{{"d", "e"}, {"d", "f"}, {"e", "f"}}));
+  ASSERT_EQ(square->cliques.size(), 1u);
+  EXPECT_EQ(run.cliques.at(square->cliques[0]).nodes, square->nodes);
+  ASSERT_EQ(three.community_graph.size(), 1u);
+  EXPECT_EQ(three.community_graph[0].first, 0);
+  EXPECT_EQ(three.community_graph[0].second, 1);
+  EXPECT_EQ(three.community_graph[0].shared, 1u);
+  EXPECT_EQ(three.distributions, (std::map<std::string, DistributionTable>{
+                                     {"size_distribution", {{3, 1}, {4, 1}}},
+                                     {"overlap_distribution", {{1, 1}}},
+                                     {"degree_distribution", {{1, 2}}},
+                                     {"membership_distribution", {{0, 1}, {1, 5}, {2, 1}}}}));
+
+  const KResults& four = run.per_k[1];
+  EXPECT_EQ(four.k, 4u);
+  ASSERT_EQ(four.communities.size(), 1u);
+  EXPECT_EQ(four.communities[0].number, 0);
+  EXPECT_FALSE(four.communities[0].approximate);
+  EXPECT_TRUE(four.community_graph.empty());
+  EXPECT_EQ(four.distributions.at("membership_distribution"), (DistributionTable{{0, 3}, {1, 4}}));
+  EXPECT_TRUE(four.distributions.at("overlap_distribution").empty());
+
+  const RunResults only_four = Read_results_dir(dir / "out", 4);
+  ASSERT_EQ(only_four.per_k.size(), 1u);
+  EXPECT_EQ(only_four.per_k[0].k, 4u);
+}
+
+TEST(RunResults, TellsDirectedAndIntensityRuns) {
+  Test_dir dir;
+  Write_file(dir / "net.links", kLinks);
+  Write_file(dir / "w.links", kWeightedLinks);
+  ASSERT_EQ(Run_varnel(dir.path(), {"-i", "net.links", "-o", "directed", "-D"}), 0);
+  ASSERT_EQ(Run_varnel(dir.path(), {"-i", "w.links", "-o", "intensity", "-I", "0.5"}), 0);
+
+  const RunResults directed = Read_results_dir(dir / "directed", std::nullopt);
+  EXPECT_EQ(directed.flavour, "directed");
+  EXPECT_TRUE(directed.directed);
+  EXPECT_FALSE(directed.cliques.empty());
+  EXPECT_FALSE(directed.per_k.empty());
+
+  const RunResults intensity = Read_results_dir(dir / "intensity-w-th0.500000", std::nullopt);
+  EXPECT_EQ(intensity.flavour, "intensity");
+  EXPECT_TRUE(intensity.weighted);
+  EXPECT_EQ(intensity.links.front().weight_text, "0.9");
+  ASSERT_EQ(intensity.per_k.size(), 2u);
+  // Every triangle of a b c d passes 0.5; d e f (geometric mean about 0.23) does not.
+  EXPECT_EQ(
+      intensity.per_k[0].k_cliques,
+      (std::vector<Names>{{"a", "b", "c"}, {"a", "b", "d"}, {"a", "c", "d"}, {"b", "c", "d"}}));
+  ASSERT_EQ(intensity.per_k[0].communities.size(), 1u);
+  EXPECT_EQ(intensity.per_k[0].communities[0].nodes, (Names{"a", "b", "c", "d"}));
+  EXPECT_TRUE(intensity.per_k[0].communities[0].cliques.empty());
+}
+
+TEST(RunResults, ApproximateCliquesAndCommunitiesKeepTheirSign) {
+  Test_dir dir;
+  testing::Make_approximate_results(dir / "made");
+  const RunResults run = Read_results_dir(dir / "made", std::nullopt);
+  ASSERT_EQ(run.cliques.size(), 4u);
+  EXPECT_EQ(run.cliques[1].number, 1);
+  EXPECT_FALSE(run.cliques[1].approximate);
+  EXPECT_EQ(run.cliques[2].number, -2);
+  EXPECT_TRUE(run.cliques[2].approximate);
+  ASSERT_EQ(run.per_k.size(), 2u);
+  const KResults& three = run.per_k[0];
+  ASSERT_EQ(three.communities.size(), 4u);
+  EXPECT_EQ(three.communities[3].number, -3);
+  EXPECT_TRUE(three.communities[3].approximate);
+  EXPECT_EQ(three.communities[3].cliques, (std::vector<std::uint32_t>{0, 3}));
+  // Links come in the direction the file writes them: e d was read that way.
+  EXPECT_EQ(three.communities[2].links, (Pairs{{"e", "d"}, {"e", "f"}}));
+  ASSERT_EQ(three.community_graph.size(), 4u);
+  EXPECT_EQ(three.community_graph[1].first, 1);
+  EXPECT_FALSE(three.community_graph[1].first_approximate);
+  EXPECT_EQ(three.community_graph[1].second, -2);
+  EXPECT_TRUE(three.community_graph[1].second_approximate);
+  EXPECT_EQ(three.distributions.size(), 12u);
+  EXPECT_EQ(three.distributions.at("size_distribution_appr"), (DistributionTable{{2, 1}, {4, 3}}));
+
+  // At k=4 no community is exact: the first is "-0", number 0 and approximate.
+  const KResults& four = run.per_k[1];
+  ASSERT_EQ(four.communities.size(), 2u);
+  EXPECT_EQ(four.communities[0].number, 0);
+  EXPECT_TRUE(four.communities[0].approximate);
+  EXPECT_EQ(four.communities[0].nodes, (Names{"c", "d", "e", "f"}));
+  ASSERT_EQ(four.community_graph.size(), 1u);
+  EXPECT_TRUE(four.community_graph[0].first_approximate);
+  EXPECT_EQ(four.community_graph[0].second, -1);
+
+  // Signs that contradict the other files.
+  const std::string cliques = dir / "made/k=3/communities_cliques";
+  Write_file(cliques, Read_file(cliques).substr(0, Read_file(cliques).find("-2: ")) +
+                          "-2: -1 -2 \n-3: 0 -3 \n");
+  EXPECT_EQ(Error_of([&] { Read_results_dir(dir / "made", 3); }),
+            "ERROR: " + cliques +
+                ": community -2 lists clique 1 as approximate, but the clique "
+                "file says otherwise");
+  const std::string graph = dir / "made/k=4/graph_of_communities";
+  Write_file(graph, Read_file(graph).substr(0, Read_file(graph).find("-0 -1 2")) + "0 -1 2\n");
+  EXPECT_EQ(Error_of([&] { Read_results_dir(dir / "made", 4); }),
+            "ERROR: " + graph +
+                ": community 0 is not in the communities file, which lists 2 "
+                "communities (2 of them approximate)");
+}
+
+TEST(RunResults, DirectoriesThatAreNotResultsAreRefused) {
+  Test_dir dir;
+  fs::create_directory(dir / "empty");
+  Write_file(dir / "empty/notes.txt", "# The links\n");
+  Write_file(dir / "file", "x");
+  EXPECT_EQ(Error_of([&] { Read_results_dir(dir / "none", std::nullopt); }),
+            "ERROR: " + (dir / "none") + ": no such results directory");
+  EXPECT_EQ(Error_of([&] { Read_results_dir(dir / "file", std::nullopt); }),
+            "ERROR: " + (dir / "file") + ": this is not a directory");
+  EXPECT_EQ(Error_of([&] { Read_results_dir(dir / "empty", std::nullopt); }),
+            "ERROR: " + (dir / "empty") +
+                ": not a results directory of Varnel: it holds neither "
+                "a \"graph\" nor a \"directed_graph\" file");
+  Write_file(dir / "net.links", kLinks);
+  ASSERT_EQ(Run_varnel(dir.path(), {"-i", "net.links", "-o", "out"}), 0);
+  EXPECT_EQ(Error_of([&] { Read_results_dir(dir / "out", 7); }),
+            "ERROR: " + (dir / "out") +
+                ": there is no directory \"k=7\": the run wrote no "
+                "communities at that k");
+}
+
+TEST(RunResults, FilesThatDoNotFitTheRunAreReported) {
+  Test_dir dir;
+  Write_file(dir / "net.links", kLinks);
+  ASSERT_EQ(Run_varnel(dir.path(), {"-i", "net.links", "-o", "out"}), 0);
+  int copies = 0;
+  // Applies `change` to a fresh copy of the run and returns the error of reading it.
+  const auto error_after = [&](const std::function<void(const std::string&)>& change) {
+    const std::string copy = dir / ("copy" + std::to_string(++copies));
+    fs::copy(dir / "out", copy, fs::copy_options::recursive);
+    change(copy);
+    return Error_of([&] { Read_results_dir(copy, std::nullopt); });
+  };
+  const auto replace = [](const std::string& path, const std::string& from, const std::string& to) {
+    std::string text = Read_file(path);
+    const std::size_t at = text.find(from);
+    ASSERT_NE(at, std::string::npos) << path;
+    Write_file(path, text.replace(at, from.size(), to));
+  };
+  const std::string k4 = dir / "copy1/k=4/communities";
+  EXPECT_EQ(error_after([&](const std::string& c) {
+              replace(c + "/k=4/communities", "0: a b c d ", "0: a b 17 d ");
+            }),
+            "ERROR: " + k4 + ", line 8: the node \"17\" does not occur in the graph file");
+  EXPECT_EQ(error_after([&](const std::string& c) { fs::remove(c + "/k=3/communities_links"); }),
+            "ERROR: " + (dir / "copy2/k=3/communities_links") + ": the file is missing");
+  EXPECT_EQ(error_after([&](const std::string& c) {
+              fs::copy_file(c + "/k=3/size_distribution", c + "/k=4/size_distribution",
+                            fs::copy_options::overwrite_existing);
+            }),
+            "ERROR: " + (dir / "copy3/k=4/size_distribution") +
+                ", line 1: the header names k=3, but the file lies in the directory k=4");
+  EXPECT_EQ(error_after([&](const std::string& c) {
+              Write_file(c + "/k=3/graph_of_communities",
+                         Read_file(c + "/k=3/graph_of_communities") + "1 5 1\n");
+            }),
+            "ERROR: " + (dir / "copy4/k=3/graph_of_communities") +
+                ": community 5 is not in the communities file, which lists 2 communities (0 of "
+                "them approximate)");
+  EXPECT_EQ(error_after([&](const std::string& c) {
+              Write_file(c + "/k=4/communities_links",
+                         Read_file(c + "/k=4/communities_links") + "a e\n");
+            }),
+            "ERROR: " + (dir / "copy5/k=4/communities_links") +
+                ": the link \"a e\" of community 0 joins a node that the communities file does "
+                "not list in it");
+  EXPECT_EQ(error_after([&](const std::string& c) {
+              replace(c + "/k=4/degree_distribution", "net.links", "other.links");
+            }),
+            "ERROR: " + (dir / "copy6/k=4/degree_distribution") +
+                ", line 2: the run description differs from that of the graph file: this file "
+                "belongs to another run");
+  EXPECT_EQ(error_after([&](const std::string& c) {
+              Write_file(c + "/k=4/communities_cliques",
+                         Read_file(c + "/k=4/communities_cliques") + "1: 7 \n");
+            }),
+            "ERROR: " + (dir / "copy7/k=4/communities_cliques") +
+                ": it lists 2 communities (0 of them approximate), but the communities file "
+                "lists 1 communities (0 of them approximate)");
+  EXPECT_EQ(
+      error_after([&](const std::string& c) {
+        fs::remove(c + "/k=4/communities");
+        fs::create_directory(c + "/k=4/communities");
+      }),
+      "ERROR: " + (dir / "copy8/k=4/communities") + ": this is a directory, not a result file");
+  EXPECT_EQ(error_after([&](const std::string& c) {
+              Write_file(c + "/k=4/overlap_distribution", std::string("\x7f"
+                                                                      "ELF\x02\x01\0\0",
+                                                                      8));
+            }),
+            "ERROR: " + (dir / "copy9/k=4/overlap_distribution") +
+                ", line 1: the last line has no line end: the file seems truncated");
+}
+
+}  // namespace
+}  // namespace kcp
