@@ -4,38 +4,32 @@
 
 #include <algorithm>
 #include <initializer_list>
-#include <iostream>
 #include <iterator>
 #include <set>
-#include <sstream>
 #include <string>
 #include <utility>
 
 #include "driver/xerror_msg.h"
 #include "graph/vertex_map.h"
+#include "tests/cli/cout_capture.h"
 #include "tests/support/brute_cliques.h"
 #include "tests/support/random_graph.h"
+#include "tests/support/search_helpers.h"
 
 namespace kcp {
 namespace {
 
 using namespace Clique_find_dir_sub_routines;
 
-class Cout_capture {
- public:
-  Cout_capture() : old_(std::cout.rdbuf(text_.rdbuf())) {}
-  ~Cout_capture() { std::cout.rdbuf(old_); }
-  std::string Text() const { return text_.str(); }
+using testing::Cout_capture;
+using testing::Links;
 
- private:
-  std::ostringstream text_;
-  std::streambuf* old_;
-};
-
-IndexLinkMap Links(std::initializer_list<std::pair<NodeIndex, NodeIndex>> pairs) {
-  IndexLinkMap links;
-  for (const auto& [a, b] : pairs) links[{a, b}] = 1.0;
-  return links;
+// 1, 2, 3 linked both ways; 2->4, 4->3, 1->4 make {1,2,3,4} (order 1 2 4 3); 2->5, 5->1 make
+// {1,2,5}. Pendants 6..9 lift nodes 3, 4, 5 to the degree of 1, so node 1 is searched first.
+// Its search finds {1,2,3} (sequence 3 2 1) first, then {1,2,5} (2 5 1), then {1,2,3,4}
+// (2 1 4 3), which drops {1,2,3} and is stored behind {1,2,5}.
+IndexLinkMap Late_larger_find() {
+  return testing::Parse_links("1-2 2-1 1-3 3-1 2-3 3-2 2-4 4-3 1-4 2-5 5-1 3-6 4-7 5-8 5-9");
 }
 
 struct Search_result {
@@ -50,7 +44,7 @@ Search_result Search(const IndexLinkMap& links) {
   Dir_vtx_map_from_link_map(result.vertices, links);
   Cout_capture capture;
   Clique_find_dir(result.cliques, result.overlaps, result.vertices);
-  result.printed = capture.Text();
+  result.printed = capture.text();
   return result;
 }
 
@@ -69,18 +63,14 @@ TEST(CliqueFindDir, TransitiveTriangleIsACliqueACycleIsNot) {
   EXPECT_TRUE(cycle.overlaps.rows.empty());
 }
 
-TEST(CliqueFindDir, TriangleLinkedBothWaysGivesOneClique) {
-  const Search_result r = Search(Links({{1, 2}, {2, 1}, {1, 3}, {3, 1}, {2, 3}, {3, 2}}));
-  EXPECT_EQ(r.cliques, (CliqueList{{1, 2, 3}}));
-  for (NodeIndex n = 1; n <= 3; ++n) EXPECT_EQ(r.vertices.at(n).Inc_neighs_c().size(), 1u);
-}
-
-TEST(CliqueFindDir, TransitiveTournamentOfFourIsOneClique) {
-  const Search_result r = Search(Links({{1, 2}, {1, 3}, {1, 4}, {2, 3}, {2, 4}, {3, 4}}));
-  EXPECT_EQ(r.cliques, (CliqueList{{1, 2, 3, 4}}));
-  // The same with the sequence running against the indices.
-  const Search_result reversed = Search(Links({{2, 1}, {3, 1}, {4, 1}, {3, 2}, {4, 2}, {4, 3}}));
-  EXPECT_EQ(reversed.cliques, (CliqueList{{1, 2, 3, 4}}));
+TEST(CliqueFindDir, BothWaysLinksAndTransitiveOrdersInEitherDirectionGiveOneClique) {
+  const Search_result both = Search(Links({{1, 2}, {2, 1}, {1, 3}, {3, 1}, {2, 3}, {3, 2}}));
+  EXPECT_EQ(both.cliques, (CliqueList{{1, 2, 3}}));
+  for (NodeIndex n = 1; n <= 3; ++n) EXPECT_EQ(both.vertices.at(n).Inc_neighs_c().size(), 1u);
+  EXPECT_EQ(Search(Links({{1, 2}, {1, 3}, {1, 4}, {2, 3}, {2, 4}, {3, 4}})).cliques,
+            (CliqueList{{1, 2, 3, 4}}));
+  EXPECT_EQ(Search(Links({{2, 1}, {3, 1}, {4, 1}, {3, 2}, {4, 2}, {4, 3}})).cliques,
+            (CliqueList{{1, 2, 3, 4}}));
 }
 
 TEST(CliqueFindDir, NoDirectedTriangleReportsZeroDirectedCliques) {
@@ -95,25 +85,7 @@ TEST(CliqueFindDir, NoDirectedTriangleReportsZeroDirectedCliques) {
 }
 
 TEST(CliqueFindDir, LaterLargerFindTakesANewKeyBehindTheOthers) {
-  // 1, 2, 3 linked both ways; 2->4, 4->3, 1->4 make {1,2,3,4} (order 1 2 4 3); 2->5, 5->1 make
-  // {1,2,5}. Pendants 6..9 lift nodes 3, 4, 5 to the degree of 1, so node 1 is searched first.
-  // Its search finds {1,2,3} (sequence 3 2 1) first, then {1,2,5} (2 5 1), then {1,2,3,4}
-  // (2 1 4 3), which drops {1,2,3} and is stored behind {1,2,5}.
-  const Search_result r = Search(Links({{1, 2},
-                                        {2, 1},
-                                        {1, 3},
-                                        {3, 1},
-                                        {2, 3},
-                                        {3, 2},
-                                        {2, 4},
-                                        {4, 3},
-                                        {1, 4},
-                                        {2, 5},
-                                        {5, 1},
-                                        {3, 6},
-                                        {4, 7},
-                                        {5, 8},
-                                        {5, 9}}));
+  const Search_result r = Search(Late_larger_find());
   EXPECT_EQ(r.cliques, (CliqueList{{1, 2, 5}, {1, 2, 3, 4}}));
   EXPECT_EQ(r.overlaps.rows, (std::vector<OverlapRow>{{Overlap{0, 3}, Overlap{1, 2}},
                                                       {Overlap{0, 2}, Overlap{1, 4}}}));
@@ -181,22 +153,7 @@ CliqueList Search_by_targets(const IndexLinkMap& links) {
 }
 
 TEST(CliqueFindDir, CutShortWalksRegisterTheSameCliquesInTheSameOrder) {
-  EXPECT_EQ(Search_by_targets(Links({{1, 2},
-                                     {2, 1},
-                                     {1, 3},
-                                     {3, 1},
-                                     {2, 3},
-                                     {3, 2},
-                                     {2, 4},
-                                     {4, 3},
-                                     {1, 4},
-                                     {2, 5},
-                                     {5, 1},
-                                     {3, 6},
-                                     {4, 7},
-                                     {5, 8},
-                                     {5, 9}})),
-            (CliqueList{{1, 2, 5}, {1, 2, 3, 4}}));
+  EXPECT_EQ(Search_by_targets(Late_larger_find()), (CliqueList{{1, 2, 5}, {1, 2, 3, 4}}));
   std::uint32_t seed = 7000;
   for (const double p : {0.3, 0.6, 0.85, 1.0}) {
     for (int round = 0; round < 40; ++round, ++seed) {

@@ -5,7 +5,6 @@
 #include <initializer_list>
 #include <memory>
 #include <set>
-#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -14,6 +13,7 @@
 #include "graph/vertex_map.h"
 #include "tests/cli/cout_capture.h"
 #include "tests/support/random_graph.h"
+#include "tests/support/search_helpers.h"
 
 namespace kcp {
 namespace {
@@ -28,20 +28,9 @@ std::clock_t Stopped_clock() {
   return 777;
 }
 
-// Directed links (a, b): a -> b.
-IndexLinkMap Arcs(std::initializer_list<std::pair<NodeIndex, NodeIndex>> pairs) {
-  IndexLinkMap links;
-  for (const auto& [a, b] : pairs) links[{a, b}] = 1.0;
-  return links;
-}
-
-void Both_ways(IndexLinkMap& links, std::initializer_list<NodeIndex> nodes) {
-  for (const NodeIndex a : nodes) {
-    for (const NodeIndex b : nodes) {
-      if (a != b) links[{a, b}] = 1.0;
-    }
-  }
-}
+using testing::Block;
+using testing::Both_ways;
+using testing::Lines_starting;
 
 struct Timed_result {
   CliqueList cliques;
@@ -62,19 +51,6 @@ Timed_result Timed_search(const IndexLinkMap& links, const double& max_time,
   return r;
 }
 
-std::string Block(const std::string& header, const std::string& count_line) {
-  return std::string(header.size(), '_') + "\n" + header + "\n" + count_line + "\n";
-}
-
-std::vector<std::string> Lines_starting(const std::string& text, const std::string& start) {
-  std::vector<std::string> lines;
-  std::istringstream in(text);
-  for (std::string line; std::getline(in, line);) {
-    if (line.rfind(start, 0) == 0) lines.push_back(line);
-  }
-  return lines;
-}
-
 void Expect_same_arcs(const VtxdMap& core, const IndexLinkMap& links) {
   VtxdMap expected;
   Dir_vtx_map_from_link_map(expected, links);
@@ -87,7 +63,7 @@ void Expect_same_arcs(const VtxdMap& core, const IndexLinkMap& links) {
 }
 
 TEST(CliqueFindDirTime, LimitNoNodeReachesGivesTheExactResultAndTheNote) {
-  const Timed_result r = Timed_search(Arcs({{1, 2}, {2, 3}, {1, 3}}), 1.5, Stopped_clock);
+  const Timed_result r = Timed_search(testing::Parse_links("1-2 2-3 1-3"), 1.5, Stopped_clock);
   const std::string header = " Locating dir. cliques, max. allowed time/node=1.500:";
   EXPECT_EQ(r.printed,
             Block(header, " 3 of 3 nodes to do (0.00% done)") +
@@ -114,7 +90,7 @@ TEST(CliqueFindDirTime, LimitNoNodeReachesGivesTheExactResultAndTheNote) {
         ASSERT_EQ(timed.vertices.at(node).Inc_neighs_c(), vtx.Inc_neighs_c()) << "seed " << seed;
       }
       ASSERT_TRUE(timed.core.empty());
-      ASSERT_TRUE(Lines_starting(timed.printed, " Exceeded").empty());
+      ASSERT_TRUE(Lines_starting(timed.printed, {" Exceeded"}).empty());
     }
   }
 }
@@ -148,8 +124,7 @@ TEST(CliqueFindDirTime, CliquesOfGivenUpNodesAreRegisteredOnceWhenNothingHoldsTh
   // 1 -> 2 -> 3 and 1 -> 3 form a directed triangle; 1, 4, 5, 6 a transitive clique; 2, 3, 7, 8
   // are linked both ways. Leaves 9.. push 2 to 8 behind 1 in the order. Every node but the leaves
   // is stopped at its first check; 1, 2 and 3 each find {1,2,3} before that.
-  IndexLinkMap core_links =
-      Arcs({{1, 2}, {2, 3}, {1, 3}, {1, 4}, {1, 5}, {1, 6}, {4, 5}, {4, 6}, {5, 6}});
+  IndexLinkMap core_links = testing::Parse_links("1-2 2-3 1-3 1-4 1-5 1-6 4-5 4-6 5-6");
   Both_ways(core_links, {2, 3, 7, 8});
   IndexLinkMap links = core_links;
   NodeIndex leaf = 9;
@@ -161,26 +136,20 @@ TEST(CliqueFindDirTime, CliquesOfGivenUpNodesAreRegisteredOnceWhenNothingHoldsTh
   const Timed_result r = Timed_search(links, 0.5, Racing_clock(readings));
 
   std::vector<std::string> expected;
-  const NodeIndex order[] = {1, 2, 3, 4, 5, 6, 7, 8};
   const char* percentages[] = {"12.50", "25.00", "37.50", "50.00",
                                "62.50", "75.00", "87.50", "100.00"};
   for (int i = 0; i < 8; ++i) {
+    expected.push_back(" Exceeded allowed time at node no." + std::to_string(i + 1) + ",");
     expected.push_back(" skipping, " + std::to_string(i + 1) + " out of 8 skipped in a row, (" +
                        percentages[i] + "%)");
   }
-  EXPECT_EQ(Lines_starting(r.printed, " skipping"), expected);
-  std::vector<std::string> nodes;
-  for (const NodeIndex v : order) {
-    nodes.push_back(" Exceeded allowed time at node no." + std::to_string(v) + ",");
-  }
-  EXPECT_EQ(Lines_starting(r.printed, " Exceeded"), nodes);
+  EXPECT_EQ(Lines_starting(r.printed, {" Exceeded", " skipping"}), expected);
 
   EXPECT_EQ(r.cliques, (CliqueList{{1, 2, 3}}));
   EXPECT_EQ(r.overlaps.rows, (std::vector<OverlapRow>{{{0, 3}}}));
   EXPECT_EQ(r.vertices.at(1).Inc_neighs_c(), (std::vector<NodeSet>{{2, 3}}));
   const std::string tail = std::string(43, '_') + "\n Altogether 1 exact directed cliques found.\n";
-  ASSERT_GE(r.printed.size(), tail.size());
-  EXPECT_EQ(r.printed.substr(r.printed.size() - tail.size()), tail);
+  EXPECT_EQ(testing::Tail(r.printed, tail.size()), tail);
   Expect_same_arcs(r.core, core_links);
 }
 

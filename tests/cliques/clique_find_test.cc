@@ -4,40 +4,26 @@
 
 #include <algorithm>
 #include <initializer_list>
-#include <iostream>
 #include <iterator>
 #include <set>
-#include <sstream>
 #include <string>
 #include <utility>
 
 #include "driver/xerror_msg.h"
 #include "graph/vertex_map.h"
+#include "tests/cli/cout_capture.h"
 #include "tests/support/brute_cliques.h"
 #include "tests/support/random_graph.h"
+#include "tests/support/search_helpers.h"
 
 namespace kcp {
 namespace {
 
 using namespace Clique_find_sub_routines;
 
-// Collects what the search prints while it lives.
-class Cout_capture {
- public:
-  Cout_capture() : old_(std::cout.rdbuf(text_.rdbuf())) {}
-  ~Cout_capture() { std::cout.rdbuf(old_); }
-  std::string Text() const { return text_.str(); }
-
- private:
-  std::ostringstream text_;
-  std::streambuf* old_;
-};
-
-IndexLinkMap Links(std::initializer_list<std::pair<NodeIndex, NodeIndex>> pairs) {
-  IndexLinkMap links;
-  for (const auto& [a, b] : pairs) links[{a, b}] = 1.0;
-  return links;
-}
+using testing::Cout_capture;
+using testing::Links;
+using testing::Row;
 
 struct Search_result {
   CliqueList cliques;
@@ -52,104 +38,84 @@ Search_result Search(const IndexLinkMap& links, const std::uint32_t& min_shared 
   result.overlaps.min_shared = min_shared;
   Cout_capture capture;
   Clique_find(result.cliques, result.overlaps, result.vertices);
-  result.printed = capture.Text();
+  result.printed = capture.text();
   return result;
-}
-
-OverlapRow Row(std::initializer_list<std::pair<std::uint32_t, std::uint32_t>> entries) {
-  OverlapRow row;
-  for (const auto& [clique, shared] : entries) row.push_back(Overlap{clique, shared});
-  return row;
 }
 
 std::vector<NodeSet> Sets(std::initializer_list<NodeSet> sets) {
   return sets;
 }
 
-TEST(CliqueFind, SingleTriangleGivesOneCliqueItsRowAndIncrementalSets) {
-  const Search_result r = Search(Links({{1, 2}, {1, 3}, {2, 3}}));
-  EXPECT_EQ(r.cliques, (CliqueList{{1, 2, 3}}));
-  EXPECT_EQ(r.overlaps.rows, (std::vector<OverlapRow>{Row({{0, 3}})}));
-  EXPECT_EQ(r.vertices.at(1).Inc_neighs_c(), Sets({{2, 3}}));
-  EXPECT_EQ(r.vertices.at(2).Inc_neighs_c(), Sets({{1, 3}}));
-  EXPECT_EQ(r.vertices.at(3).Inc_neighs_c(), Sets({{1, 2}}));
-  // The caller's adjacency is left as it was.
-  EXPECT_EQ(r.vertices.at(1).Neighs_c(), (NodeSet{2, 3}));
-}
-
-TEST(CliqueFind, GraphsWithoutTrianglesGiveNothing) {
-  for (const IndexLinkMap& links :
-       {Links({}), Links({{1, 2}}), Links({{1, 2}, {2, 3}, {3, 4}, {4, 5}}),
-        Links({{1, 2}, {1, 3}, {1, 4}, {1, 5}}), Links({{1, 2}, {2, 3}, {3, 4}, {1, 4}})}) {
-    const Search_result r = Search(links);
-    EXPECT_TRUE(r.cliques.empty());
-    EXPECT_TRUE(r.overlaps.rows.empty());
-    for (const auto& [index, vtx] : r.vertices) EXPECT_TRUE(vtx.Inc_neighs_c().empty());
+TEST(CliqueFind, SmallGraphsGiveTheirCliquesInRegistrationOrder) {
+  // Node 9 (degree 6, the smallest) lies in {3,4,9}, {1,2,9}, {2,5,6,9}; pendants on its
+  // neighbours make sure 9 is searched first, so its cliques come in depth-first order.
+  IndexLinkMap around_nine = Links(
+      {{9, 1}, {9, 2}, {9, 3}, {9, 4}, {9, 5}, {9, 6}, {3, 4}, {1, 2}, {2, 5}, {2, 6}, {5, 6}});
+  NodeIndex pendant = 20;
+  for (NodeIndex n = 1; n <= 6; ++n) {
+    for (int k = 0; k < 6; ++k) around_nine[{n, pendant++}] = 1.0;
+  }
+  IndexLinkMap complete;
+  for (NodeIndex i = 1; i <= 5; ++i) {
+    for (NodeIndex j = i + 1; j <= 5; ++j) complete[{i, j}] = 1.0;
+  }
+  const struct {
+    const char* name;
+    IndexLinkMap links;
+    CliqueList expected;
+  } cases[] = {
+      {"empty", Links({}), {}},
+      {"one link", Links({{1, 2}}), {}},
+      {"path", Links({{1, 2}, {2, 3}, {3, 4}, {4, 5}}), {}},
+      {"star", Links({{1, 2}, {1, 3}, {1, 4}, {1, 5}}), {}},
+      {"square", Links({{1, 2}, {2, 3}, {3, 4}, {1, 4}}), {}},
+      // Degrees 2, 2, 4, 2, 2: order 1, 2, 4, 5, 3.
+      {"two triangles sharing 3",
+       Links({{1, 2}, {1, 3}, {2, 3}, {3, 4}, {3, 5}, {4, 5}}),
+       {{1, 2, 3}, {3, 4, 5}}},
+      {"complete on five", complete, {{1, 2, 3, 4, 5}}},
+      // 1-2-3 carry a pendant each (degree 3), 4-5-6 do not: 4-5-6 comes first.
+      {"low degree first",
+       Links({{1, 2}, {1, 3}, {2, 3}, {1, 7}, {2, 8}, {3, 9}, {4, 5}, {4, 6}, {5, 6}}),
+       {{4, 5, 6}, {1, 2, 3}}},
+      // 2's neighbours 1 and 3 are not linked; the triangle 3-4-5 is found from 4.
+      {"unlinked neighbours", Links({{1, 2}, {2, 3}, {3, 4}, {3, 5}, {4, 5}}), {{3, 4, 5}}},
+      {"depth first around 9", around_nine, {{1, 2, 9}, {2, 5, 6, 9}, {3, 4, 9}}},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.name);
+    const Search_result r = Search(c.links);
+    EXPECT_EQ(r.cliques, c.expected);
+    EXPECT_EQ(r.overlaps.rows.size(), c.expected.size());
   }
 }
 
-TEST(CliqueFind, ClearsEarlierOutputsButKeepsMinShared) {
+TEST(CliqueFind, ClearsEarlierOutputsKeepsMinSharedAndTheCallersAdjacency) {
   Search_result r;
   Vtx_map_from_link_map(r.vertices, Links({{1, 2}, {1, 3}, {2, 3}}));
   r.cliques = {{7, 8, 9}, {4, 5, 6}};
   r.overlaps.rows = {Row({{0, 3}}), Row({{1, 3}})};
   r.overlaps.min_shared = 4;
-  Cout_capture capture;
-  Clique_find(r.cliques, r.overlaps, r.vertices);
+  {
+    Cout_capture capture;
+    Clique_find(r.cliques, r.overlaps, r.vertices);
+  }
   EXPECT_EQ(r.cliques, (CliqueList{{1, 2, 3}}));
   EXPECT_EQ(r.overlaps.rows, (std::vector<OverlapRow>{Row({{0, 3}})}));
   EXPECT_EQ(r.overlaps.min_shared, 4u);
-}
-
-TEST(CliqueFind, TwoTrianglesSharingANode) {
-  // Degrees 2, 2, 4, 2, 2: order 1, 2, 4, 5, 3.
-  const Search_result r = Search(Links({{1, 2}, {1, 3}, {2, 3}, {3, 4}, {3, 5}, {4, 5}}));
-  EXPECT_EQ(r.cliques, (CliqueList{{1, 2, 3}, {3, 4, 5}}));
-  EXPECT_EQ(r.overlaps.rows,
-            (std::vector<OverlapRow>{Row({{0, 3}, {1, 1}}), Row({{0, 1}, {1, 3}})}));
-  EXPECT_EQ(r.vertices.at(3).Inc_neighs_c(), Sets({{1, 2}, {4, 5}}));
-
-  // A pair sharing fewer nodes than min_shared is left out; the diagonal stays.
-  const Search_result two = Search(Links({{1, 2}, {1, 3}, {2, 3}, {3, 4}, {3, 5}, {4, 5}}), 2);
-  EXPECT_EQ(two.overlaps.rows, (std::vector<OverlapRow>{Row({{0, 3}}), Row({{1, 3}})}));
-}
-
-TEST(CliqueFind, CompleteGraphGivesOnlyItself) {
-  IndexLinkMap links;
-  for (NodeIndex i = 1; i <= 5; ++i) {
-    for (NodeIndex j = i + 1; j <= 5; ++j) links[{i, j}] = 1.0;
-  }
-  const Search_result r = Search(links);
-  EXPECT_EQ(r.cliques, (CliqueList{{1, 2, 3, 4, 5}}));
-  EXPECT_EQ(r.overlaps.rows, (std::vector<OverlapRow>{Row({{0, 5}})}));
-  EXPECT_EQ(r.vertices.at(4).Inc_neighs_c(), Sets({{1, 2, 3, 5}}));
-}
-
-TEST(CliqueFind, LowDegreeNodesAreProcessedFirst) {
-  // Triangle 1-2-3 whose nodes carry a pendant each (degree 3) and triangle 4-5-6 (degree 2):
-  // 4-5-6 comes first although its indices are larger.
-  const Search_result r =
-      Search(Links({{1, 2}, {1, 3}, {2, 3}, {1, 7}, {2, 8}, {3, 9}, {4, 5}, {4, 6}, {5, 6}}));
-  EXPECT_EQ(r.cliques, (CliqueList{{4, 5, 6}, {1, 2, 3}}));
-  EXPECT_EQ(r.overlaps.rows, (std::vector<OverlapRow>{Row({{0, 3}}), Row({{1, 3}})}));
+  EXPECT_EQ(r.vertices.at(1).Inc_neighs_c(), Sets({{2, 3}}));
+  EXPECT_EQ(r.vertices.at(2).Inc_neighs_c(), Sets({{1, 3}}));
+  EXPECT_EQ(r.vertices.at(3).Inc_neighs_c(), Sets({{1, 2}}));
+  EXPECT_EQ(r.vertices.at(1).Neighs_c(), (NodeSet{2, 3}));
 }
 
 TEST(CliqueFind, NumberingFollowsNodeOrderThenDepthFirstOrder) {
   // Cliques {1,2,3,4}, {4,5,6}, {1,6,7}, {1,4,6}. Degrees: 1:5 2:3 3:3 4:5 5:2 6:4 7:2, so
   // the nodes go 5, 7, 2, 3, 6, 1, 4: node 5 finds {4,5,6}, node 7 {1,6,7}, node 2 {1,2,3,4},
   // node 3 nothing new, node 6 {1,4,6}.
-  const Search_result r = Search(Links({{1, 2},
-                                        {1, 3},
-                                        {1, 4},
-                                        {2, 3},
-                                        {2, 4},
-                                        {3, 4},
-                                        {4, 5},
-                                        {4, 6},
-                                        {5, 6},
-                                        {6, 7},
-                                        {1, 7},
-                                        {1, 6}}));
+  const IndexLinkMap links =
+      testing::Parse_links("1-2 1-3 1-4 2-3 2-4 3-4 4-5 4-6 5-6 6-7 1-7 1-6");
+  const Search_result r = Search(links);
   EXPECT_EQ(r.cliques, (CliqueList{{4, 5, 6}, {1, 6, 7}, {1, 2, 3, 4}, {1, 4, 6}}));
   EXPECT_EQ(r.overlaps.rows, (std::vector<OverlapRow>{
                                  Row({{0, 3}, {1, 1}, {2, 1}, {3, 2}}),
@@ -164,58 +130,25 @@ TEST(CliqueFind, NumberingFollowsNodeOrderThenDepthFirstOrder) {
   EXPECT_EQ(r.vertices.at(2).Inc_neighs_c(), Sets({{1, 3, 4}}));
   EXPECT_EQ(r.vertices.at(5).Inc_neighs_c(), Sets({{4, 6}}));
 
-  const Search_result two = Search(Links({{1, 2},
-                                          {1, 3},
-                                          {1, 4},
-                                          {2, 3},
-                                          {2, 4},
-                                          {3, 4},
-                                          {4, 5},
-                                          {4, 6},
-                                          {5, 6},
-                                          {6, 7},
-                                          {1, 7},
-                                          {1, 6}}),
-                                   2);
-  EXPECT_EQ(two.overlaps.rows, (std::vector<OverlapRow>{
-                                   Row({{0, 3}, {3, 2}}),
-                                   Row({{1, 3}, {3, 2}}),
-                                   Row({{2, 4}, {3, 2}}),
-                                   Row({{0, 2}, {1, 2}, {2, 2}, {3, 3}}),
-                               }));
-}
-
-TEST(CliqueFind, CliquesOfOneNodeComeInDepthFirstOrder) {
-  // Node 9 (degree 6, the smallest) lies in {3,4,9}, {1,2,9}, {2,5,6,9}; the links among its
-  // neighbours each carry pendants so that 9 is searched first.
-  IndexLinkMap links = Links(
-      {{9, 1}, {9, 2}, {9, 3}, {9, 4}, {9, 5}, {9, 6}, {3, 4}, {1, 2}, {2, 5}, {2, 6}, {5, 6}});
-  NodeIndex pendant = 20;
-  for (NodeIndex n = 1; n <= 6; ++n) {
-    for (int k = 0; k < 6; ++k) links[{n, pendant++}] = 1.0;
-  }
-  const Search_result r = Search(links);
-  EXPECT_EQ(r.cliques, (CliqueList{{1, 2, 9}, {2, 5, 6, 9}, {3, 4, 9}}));
-}
-
-TEST(CliqueFind, NodeWithTwoUnlinkedNeighboursGivesNothing) {
-  // 2's neighbours 1 and 3 are not linked; the triangle 3-4-5 is found from 4.
-  const Search_result r = Search(Links({{1, 2}, {2, 3}, {3, 4}, {3, 5}, {4, 5}}));
-  EXPECT_EQ(r.cliques, (CliqueList{{3, 4, 5}}));
+  // A pair sharing fewer nodes than min_shared is left out; the diagonal stays.
+  EXPECT_EQ(Search(links, 2).overlaps.rows, (std::vector<OverlapRow>{
+                                                Row({{0, 3}, {3, 2}}),
+                                                Row({{1, 3}, {3, 2}}),
+                                                Row({{2, 4}, {3, 2}}),
+                                                Row({{0, 2}, {1, 2}, {2, 2}, {3, 3}}),
+                                            }));
 }
 
 TEST(CliqueFind, PrintsSortingLinesABlockBeforeEveryNodeAndTheTotal) {
-  const Search_result r = Search(Links({{1, 2}, {1, 3}, {2, 3}}));
-  const std::string bar(18, '_');
-  EXPECT_EQ(r.printed, " Sorting the nodes...\n done.\n" + bar +
-                           "\n Locating cliques:\n 3 of 3 nodes to do (0.00% done)\n" + bar +
-                           "\n Locating cliques:\n 2 of 3 nodes to do (33.33% done)\n" + bar +
-                           "\n Locating cliques:\n 1 of 3 nodes to do (66.67% done)\n" +
-                           std::string(28, '_') + "\n Altogether 1 cliques found.\n");
-
-  const Search_result empty = Search(Links({}));
-  EXPECT_EQ(empty.printed, " Sorting the nodes...\n done.\n" + std::string(28, '_') +
-                               "\n Altogether 0 cliques found.\n");
+  const std::string header = " Locating cliques:";
+  EXPECT_EQ(Search(Links({{1, 2}, {1, 3}, {2, 3}})).printed,
+            " Sorting the nodes...\n done.\n" +
+                testing::Block(header, " 3 of 3 nodes to do (0.00% done)") +
+                testing::Block(header, " 2 of 3 nodes to do (33.33% done)") +
+                testing::Block(header, " 1 of 3 nodes to do (66.67% done)") + std::string(28, '_') +
+                "\n Altogether 1 cliques found.\n");
+  EXPECT_EQ(Search(Links({})).printed, " Sorting the nodes...\n done.\n" + std::string(28, '_') +
+                                           "\n Altogether 0 cliques found.\n");
 }
 
 TEST(CliqueFind, AgreesWithBruteForceOnRandomGraphs) {

@@ -10,6 +10,7 @@
 #include "cliques/clique_find.h"
 #include "graph/vertex_map.h"
 #include "tests/cli/cout_capture.h"
+#include "tests/support/search_helpers.h"
 
 namespace kcp {
 namespace {
@@ -20,11 +21,8 @@ ProcessorClock Racing_clock() {
   return [ticks]() { return *ticks += 1000000; };
 }
 
-IndexLinkMap Links(std::initializer_list<std::pair<NodeIndex, NodeIndex>> pairs) {
-  IndexLinkMap links;
-  for (const auto& [a, b] : pairs) links[{a, b}] = 1.0;
-  return links;
-}
+using testing::Links;
+using testing::Tail;
 
 struct Stage_result {
   CliqueList cliques{{42}};
@@ -68,21 +66,8 @@ TEST(CliqueSearchStage, GraphWithoutTrianglesGivesNothingInEveryMode) {
 
 TEST(CliqueSearchStage, ExactAndGenerousTimedSearchesAgree) {
   // Two complete graphs on four nodes sharing node 4, and a triangle hanging off node 7.
-  const IndexLinkMap links = Links({{1, 2},
-                                    {1, 3},
-                                    {1, 4},
-                                    {2, 3},
-                                    {2, 4},
-                                    {3, 4},
-                                    {4, 5},
-                                    {4, 6},
-                                    {4, 7},
-                                    {5, 6},
-                                    {5, 7},
-                                    {6, 7},
-                                    {7, 8},
-                                    {7, 9},
-                                    {8, 9}});
+  const IndexLinkMap links =
+      testing::Parse_links("1-2 1-3 1-4 2-3 2-4 3-4 4-5 4-6 4-7 5-6 5-7 6-7 7-8 7-9 8-9");
   const Stage_result exact = Run_stage(links, false, false, 0.0);
   EXPECT_EQ(exact.n_exact, 3u);
   EXPECT_EQ(exact.printed.find("max. allowed"), std::string::npos);
@@ -126,8 +111,7 @@ TEST(CliqueSearchStage, RemainingCoreIsApproximatedBehindTheExactCliques) {
   EXPECT_EQ(r.overlaps.rows, kCoreRows);
   const std::string tail =
       std::string(34, '_') + "\n Altogether 1 exact cliques found.\n" + kApproximationBlock;
-  ASSERT_GE(r.printed.size(), tail.size());
-  EXPECT_EQ(r.printed.substr(r.printed.size() - tail.size()), tail);
+  EXPECT_EQ(Tail(r.printed, tail.size()), tail);
   // Only the exact clique reaches the incremental sets; the map keeps every node.
   EXPECT_EQ(r.vertices.size(), 6u);
   EXPECT_EQ(r.vertices.at(4).Inc_neighs_c(), (std::vector<NodeSet>{{5, 6}}));
@@ -136,11 +120,7 @@ TEST(CliqueSearchStage, RemainingCoreIsApproximatedBehindTheExactCliques) {
 
 TEST(CliqueSearchStage, DirectedRemainingCoreIsApproximatedToo) {
   IndexLinkMap links = Links({{4, 5}, {5, 6}, {4, 6}});
-  for (NodeIndex a = 1; a <= 4; ++a) {
-    for (NodeIndex b = 1; b <= 4; ++b) {
-      if (a != b) links[{a, b}] = 1.0;
-    }
-  }
+  testing::Both_ways(links, {1, 2, 3, 4});
   const Stage_result r = Run_stage(links, true, true, 0.5, Racing_clock());
   EXPECT_EQ(r.cliques, kCoreCliques);
   EXPECT_EQ(r.n_exact, 1u);
@@ -150,8 +130,7 @@ TEST(CliqueSearchStage, DirectedRemainingCoreIsApproximatedToo) {
                            "all of the remaining nodes.\n" +
                            std::string(43, '_') +
                            "\n Altogether 1 exact directed cliques found.\n" + kApproximationBlock;
-  ASSERT_GE(r.printed.size(), tail.size());
-  EXPECT_EQ(r.printed.substr(r.printed.size() - tail.size()), tail);
+  EXPECT_EQ(Tail(r.printed, tail.size()), tail);
 }
 
 TEST(CliqueSearchStage, CoreNeighbourhoodInsideAnExactCliqueIsNoApproximateClique) {

@@ -9,52 +9,29 @@
 namespace kcp {
 namespace {
 
-std::string Csv_of(const RunResults& results) {
-  std::ostringstream out;
-  Write_community_csv(results, out);
-  return out.str();
-}
+using testing::Community;
 
 TEST(CsvWriter, WritesOneRowPerNodeOfEveryCommunity) {
-  EXPECT_EQ(Csv_of(testing::Undirected_sample()),
-            "k,community,approximate,node\n"
-            "3,0,false,a\n"
-            "3,0,false,b\n"
-            "3,0,false,c\n"
-            "3,-1,true,b\n"
-            "3,-1,true,c\n"
-            "3,-1,true,d\n");
-}
-
-TEST(CsvWriter, WritesTheApproximateCommunityZeroAsMinusZero) {
-  RunResults results;
-  KResults k3;
-  k3.k = 3;
-  k3.communities = {testing::Community(0, {"p"}, {}), testing::Community(-1, {"q"}, {})};
-  k3.communities[0].approximate = true;
-  results.per_k = {k3};
-  EXPECT_EQ(Csv_of(results),
-            "k,community,approximate,node\n"
-            "3,-0,true,p\n"
-            "3,-1,true,q\n");
-}
-
-TEST(CsvWriter, WritesTheHeaderAloneForAnEmptyRun) {
-  EXPECT_EQ(Csv_of(RunResults{}), "k,community,approximate,node\n");
-}
-
-TEST(CsvWriter, QuotesNamesWithCommasOrQuotesOnly) {
-  RunResults results;
-  KResults k5;
-  k5.k = 5;
-  k5.communities = {testing::Community(2, {"a,b", "say\"hi\"", "plain", "\xFF;x"}, {})};
-  results.per_k = {k5};
-  EXPECT_EQ(Csv_of(results),
-            "k,community,approximate,node\n"
-            "5,2,false,\"a,b\"\n"
-            "5,2,false,\"say\"\"hi\"\"\"\n"
-            "5,2,false,plain\n"
-            "5,2,false,\xFF;x\n");
+  const std::string header = "k,community,approximate,node\n";
+  RunResults minus_zero = testing::At_k(3, {Community(0, {"p"}, {}), Community(-1, {"q"}, {})});
+  minus_zero.per_k[0].communities[0].approximate = true;
+  const std::vector<std::pair<RunResults, std::string>> cases = {
+      {testing::Undirected_sample(),
+       header + "3,0,false,a\n3,0,false,b\n3,0,false,c\n3,-1,true,b\n3,-1,true,c\n3,-1,true,d\n"},
+      // The approximate community 0 is written "-0".
+      {minus_zero, header + "3,-0,true,p\n3,-1,true,q\n"},
+      {RunResults{}, header},
+      // Only names holding a comma or a double quote are quoted; other bytes stay as they are.
+      {testing::At_k(5, {Community(2, {"a,b", "say\"hi\"", "plain", "\xFF;x"}, {})}),
+       header + "5,2,false,\"a,b\"\n5,2,false,\"say\"\"hi\"\"\"\n5,2,false,plain\n"
+                "5,2,false,\xFF;x\n"},
+  };
+  for (const auto& [results, expected] : cases) {
+    SCOPED_TRACE(expected);
+    std::ostringstream out;
+    Write_community_csv(results, out);
+    EXPECT_EQ(out.str(), expected);
+  }
 }
 
 }  // namespace

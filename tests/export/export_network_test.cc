@@ -16,20 +16,8 @@ using testing::Link;
 using testing::Weighted_link;
 using Positions = std::vector<std::uint32_t>;
 
-Positions As_vector(std::span<const std::uint32_t> positions) {
-  return Positions(positions.begin(), positions.end());
-}
-
-TEST(ExportNetwork, FoldsReciprocalLinesOfAnUndirectedRunIntoOneLink) {
-  const ExportNetwork network = Build_export_network(testing::Undirected_sample());
-  // a b, a c, b c, (c a folded into a c), c d
-  ASSERT_EQ(network.links.size(), 4u);
-  EXPECT_EQ(network.links[1].source, 0u);
-  EXPECT_EQ(network.links[1].target, 2u);
-  EXPECT_EQ(network.links[3].source, 2u);
-  EXPECT_EQ(network.links[3].target, 3u);
-}
-
+// Folding, both directions of a directed pair and the communities of every node and link are
+// pinned by the exact texts in graphml_writer_test.cc and json_writer_test.cc.
 TEST(ExportNetwork, SumsTheWeightsOfFoldedLinesAsTheRunDoes) {
   RunResults results;
   results.weighted = true;
@@ -40,45 +28,7 @@ TEST(ExportNetwork, SumsTheWeightsOfFoldedLinesAsTheRunDoes) {
   EXPECT_DOUBLE_EQ(*network.links[0].weight, 0.75);
 }
 
-TEST(ExportNetwork, KeepsBothDirectionsOfADirectedRun) {
-  const ExportNetwork network = Build_export_network(testing::Directed_sample());
-  ASSERT_EQ(network.links.size(), 3u);
-  EXPECT_EQ(network.links[0].source, 0u);
-  EXPECT_EQ(network.links[1].source, 1u);
-  EXPECT_DOUBLE_EQ(*network.links[1].weight, 2);
-}
-
-TEST(ExportNetwork, ListsTheCommunitiesOfEachNodeInFileOrderPerK) {
-  const ExportNetwork network = Build_export_network(testing::Undirected_sample());
-  ASSERT_EQ(network.per_k.size(), 2u);
-  const KMemberships& k3 = network.per_k[0];
-  EXPECT_EQ(k3.k, 3u);
-  EXPECT_EQ(As_vector(k3.nodes.of(0)), Positions({0}));
-  EXPECT_EQ(As_vector(k3.nodes.of(1)), Positions({0, 1}));
-  EXPECT_EQ(As_vector(k3.nodes.of(3)), Positions({1}));
-  const KMemberships& k4 = network.per_k[1];
-  EXPECT_EQ(k4.k, 4u);
-  for (std::size_t node = 0; node < 4; ++node) EXPECT_TRUE(k4.nodes.of(node).empty());
-}
-
-TEST(ExportNetwork, PutsALinkInACommunityWhicheverWayItsListNamesTheEnds) {
-  const ExportNetwork network = Build_export_network(testing::Undirected_sample());
-  const KMemberships& k3 = network.per_k[0];
-  EXPECT_EQ(As_vector(k3.links.of(0)), Positions({0}));     // a b
-  EXPECT_EQ(As_vector(k3.links.of(1)), Positions({0}));     // a c, listed as "c a"
-  EXPECT_EQ(As_vector(k3.links.of(2)), Positions({0, 1}));  // b c
-  EXPECT_EQ(As_vector(k3.links.of(3)), Positions({1}));     // c d
-}
-
-TEST(ExportNetwork, GivesBothDirectionsOfADirectedPairToTheCommunity) {
-  const ExportNetwork network = Build_export_network(testing::Directed_sample());
-  const KMemberships& k3 = network.per_k[0];
-  EXPECT_EQ(As_vector(k3.links.of(0)), Positions({0}));  // x y
-  EXPECT_EQ(As_vector(k3.links.of(1)), Positions({0}));  // y x
-  EXPECT_EQ(As_vector(k3.links.of(2)), Positions({0}));  // x a&b, listed as "a&b x"
-}
-
-TEST(ExportNetwork, ThrowsOnACommunityNodeTheGraphLacks) {
+TEST(ExportNetwork, RefusesUnknownCommunityNodesAndNamesThatWouldBeWrittenAlike) {
   RunResults results = testing::Undirected_sample();
   results.per_k[0].communities[0].nodes.push_back("ghost");
   try {
@@ -88,10 +38,7 @@ TEST(ExportNetwork, ThrowsOnACommunityNodeTheGraphLacks) {
     EXPECT_NE(std::string(error.what()).find("ghost"), std::string::npos) << error.what();
     EXPECT_NE(std::string(error.what()).find("k=3"), std::string::npos) << error.what();
   }
-}
-
-TEST(ExportNetwork, ThrowsWhenTwoNamesShareTheirSafeForm) {
-  RunResults results;
+  results = RunResults{};
   results.nodes = {"n\xFF", "n\\xFF"};
   results.links = {Link("n\xFF", "n\\xFF")};
   EXPECT_THROW(Build_export_network(results), Xerror_msg);
@@ -100,7 +47,7 @@ TEST(ExportNetwork, ThrowsWhenTwoNamesShareTheirSafeForm) {
   EXPECT_NO_THROW(Build_export_network(results));
 }
 
-TEST(ExportNetwork, LabelsCommunitiesAsTheFilesNumberThem) {
+TEST(ExportNetwork, LabelsCommunitiesAndWeightsAsTheFilesWriteThem) {
   KResults at_k;
   at_k.communities = {Community(0, {}, {}), Community(5, {}, {}), Community(-12, {}, {}),
                       Community(0, {}, {})};
@@ -113,13 +60,11 @@ TEST(ExportNetwork, LabelsCommunitiesAsTheFilesNumberThem) {
   text.clear();
   Append_community_labels(text, Positions{}, at_k);
   EXPECT_EQ(text, "");
-}
-
-TEST(ExportNetwork, WritesWeightsInTheirShortestExactForm) {
-  EXPECT_EQ(Weight_text(1), "1");
-  EXPECT_EQ(Weight_text(0.15), "0.15");
-  EXPECT_EQ(Weight_text(0.1 + 0.2), "0.30000000000000004");
-  EXPECT_EQ(Weight_text(2e6), "2e+06");
+  // Weights in their shortest exact form.
+  for (const auto& [weight, expected] : std::vector<std::pair<double, std::string>>{
+           {1, "1"}, {0.15, "0.15"}, {0.1 + 0.2, "0.30000000000000004"}, {2e6, "2e+06"}}) {
+    EXPECT_EQ(Weight_text(weight), expected);
+  }
 }
 
 }  // namespace

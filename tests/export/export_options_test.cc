@@ -17,57 +17,57 @@ std::string Error_of(const std::vector<std::string>& args) {
 }
 
 TEST(ExportOptions, ReadsLongShortAndEqualsForms) {
-  const ExportOptions long_form =
-      Parse_export_options({"dir", "--format", "json", "--k", "4", "--output", "out.json"});
-  EXPECT_EQ(long_form.results_dir, "dir");
-  EXPECT_EQ(long_form.format, ExportFormat::kJson);
-  EXPECT_EQ(long_form.k, 4u);
-  EXPECT_EQ(long_form.output, "out.json");
-
-  const ExportOptions short_form = Parse_export_options({"-f", "csv", "-k", "12", "-o", "t", "d"});
-  EXPECT_EQ(short_form.results_dir, "d");
-  EXPECT_EQ(short_form.format, ExportFormat::kCsv);
-  EXPECT_EQ(short_form.k, 12u);
-  EXPECT_EQ(short_form.output, "t");
-
-  const ExportOptions equals_form = Parse_export_options({"--format=svg", "--k=3", "dir"});
-  EXPECT_EQ(equals_form.format, ExportFormat::kSvg);
-  EXPECT_EQ(equals_form.k, 3u);
-  EXPECT_EQ(equals_form.output, "");
-
-  EXPECT_EQ(Parse_export_options({"--format", "graphml", "d"}).format, ExportFormat::kGraphml);
-  EXPECT_FALSE(Parse_export_options({"--format", "graphml", "d"}).k.has_value());
-}
-
-TEST(ExportOptions, TakesEverythingAfterDoubleDashAsTheDirectory) {
-  const ExportOptions options = Parse_export_options({"--format", "csv", "--", "-odd"});
-  EXPECT_EQ(options.results_dir, "-odd");
-}
-
-TEST(ExportOptions, HelpAndVersionNeedNothingElse) {
+  struct Case {
+    std::vector<std::string> args;
+    std::string results_dir;
+    ExportFormat format;
+    std::optional<std::uint32_t> k;
+    std::string output;
+  };
+  const std::vector<Case> cases = {
+      {{"dir", "--format", "json", "--k", "4", "--output", "out.json"},
+       "dir",
+       ExportFormat::kJson,
+       4,
+       "out.json"},
+      {{"-f", "csv", "-k", "12", "-o", "t", "d"}, "d", ExportFormat::kCsv, 12, "t"},
+      {{"--format=svg", "--k=3", "dir"}, "dir", ExportFormat::kSvg, 3, ""},
+      {{"--format", "graphml", "d"}, "d", ExportFormat::kGraphml, std::nullopt, ""},
+      // Everything after "--" is the directory.
+      {{"--format", "csv", "--", "-odd"}, "-odd", ExportFormat::kCsv, std::nullopt, ""},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.args.front());
+    const ExportOptions options = Parse_export_options(c.args);
+    EXPECT_EQ(options.results_dir, c.results_dir);
+    EXPECT_EQ(options.format, c.format);
+    EXPECT_EQ(options.k, c.k);
+    EXPECT_EQ(options.output, c.output);
+  }
+  // Help and version need nothing else.
   EXPECT_TRUE(Parse_export_options({"--help"}).help);
   EXPECT_TRUE(Parse_export_options({"-h"}).help);
   EXPECT_TRUE(Parse_export_options({"--version"}).version);
 }
 
-TEST(ExportOptions, RejectsBadFormatsAndKs) {
+TEST(ExportOptions, RejectsBadCommandLines) {
   EXPECT_NE(Error_of({"d", "--format", "pdf"}).find("unknown format 'pdf'"), std::string::npos);
   for (const std::string k : {"2", "0", "-3", "x", "4x", "", " 4", "4.0", "99999999999"}) {
     EXPECT_NE(Error_of({"d", "--format", "csv", "--k", k}).find("--k needs a whole number"),
               std::string::npos)
         << "'" << k << "'";
   }
-}
-
-TEST(ExportOptions, RejectsMalformedCommandLines) {
-  EXPECT_EQ(Error_of({"--format", "csv"}), "no results directory given");
-  EXPECT_EQ(Error_of({"a", "b", "--format", "csv"}), "more than one results directory given");
-  EXPECT_EQ(Error_of({"d"}), "no --format given (graphml, json, csv or svg)");
-  EXPECT_EQ(Error_of({"d", "--format"}), "--format needs a value");
-  EXPECT_EQ(Error_of({"d", "--colour", "red"}), "unknown option '--colour'");
-  EXPECT_EQ(Error_of({"d", "-x"}), "unknown option '-x'");
-  EXPECT_EQ(Error_of({"d", "-f", "csv", "--format=json"}), "--format is given twice");
-  EXPECT_EQ(Error_of({"d", "-f", "csv", "-o", ""}), "--output needs a file name");
+  const std::vector<std::pair<std::vector<std::string>, std::string>> cases = {
+      {{"--format", "csv"}, "no results directory given"},
+      {{"a", "b", "--format", "csv"}, "more than one results directory given"},
+      {{"d"}, "no --format given (graphml, json, csv or svg)"},
+      {{"d", "--format"}, "--format needs a value"},
+      {{"d", "--colour", "red"}, "unknown option '--colour'"},
+      {{"d", "-x"}, "unknown option '-x'"},
+      {{"d", "-f", "csv", "--format=json"}, "--format is given twice"},
+      {{"d", "-f", "csv", "-o", ""}, "--output needs a file name"},
+  };
+  for (const auto& [args, message] : cases) EXPECT_EQ(Error_of(args), message);
 }
 
 TEST(ExportOptions, HelpNamesEveryFormatAndOption) {

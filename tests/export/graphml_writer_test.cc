@@ -23,76 +23,63 @@ std::string Graphml_of(const RunResults& results) {
   return out.str();
 }
 
-TEST(GraphmlWriter, WritesAnUndirectedRunWithExactAndApproximateCommunities) {
-  const std::string expected =
-      std::string(kHead) +
-      "  <key id=\"node_k3\" for=\"node\" attr.name=\"k3\" attr.type=\"string\"/>\n"
-      "  <key id=\"node_k4\" for=\"node\" attr.name=\"k4\" attr.type=\"string\"/>\n"
-      "  <key id=\"link_k3\" for=\"edge\" attr.name=\"k3\" attr.type=\"string\"/>\n"
-      "  <key id=\"link_k4\" for=\"edge\" attr.name=\"k4\" attr.type=\"string\"/>\n"
-      "  <graph id=\"G\" edgedefault=\"undirected\">\n"
-      "    <node id=\"a\"><data key=\"node_k3\">0</data></node>\n"
-      "    <node id=\"b\"><data key=\"node_k3\">0,-1</data></node>\n"
-      "    <node id=\"c\"><data key=\"node_k3\">0,-1</data></node>\n"
-      "    <node id=\"d\"><data key=\"node_k3\">-1</data></node>\n"
-      "    <edge source=\"a\" target=\"b\"><data key=\"link_k3\">0</data></edge>\n"
-      "    <edge source=\"a\" target=\"c\"><data key=\"link_k3\">0</data></edge>\n"
-      "    <edge source=\"b\" target=\"c\"><data key=\"link_k3\">0,-1</data></edge>\n"
-      "    <edge source=\"c\" target=\"d\"><data key=\"link_k3\">-1</data></edge>\n"
-      "  </graph>\n"
-      "</graphml>\n";
-  EXPECT_EQ(Graphml_of(testing::Undirected_sample()), expected);
-}
-
-TEST(GraphmlWriter, WritesADirectedWeightedRunWithEscapedNames) {
-  const std::string expected =
-      std::string(kHead) +
-      "  <key id=\"weight\" for=\"edge\" attr.name=\"weight\" attr.type=\"double\"/>\n"
-      "  <key id=\"node_k3\" for=\"node\" attr.name=\"k3\" attr.type=\"string\"/>\n"
-      "  <key id=\"link_k3\" for=\"edge\" attr.name=\"k3\" attr.type=\"string\"/>\n"
-      "  <graph id=\"G\" edgedefault=\"directed\">\n"
-      "    <node id=\"x\"><data key=\"node_k3\">0</data></node>\n"
-      "    <node id=\"y\"><data key=\"node_k3\">0</data></node>\n"
-      "    <node id=\"a&amp;b\"><data key=\"node_k3\">0</data></node>\n"
-      "    <edge source=\"x\" target=\"y\"><data key=\"weight\">0.5</data>"
-      "<data key=\"link_k3\">0</data></edge>\n"
-      "    <edge source=\"y\" target=\"x\"><data key=\"weight\">2</data>"
-      "<data key=\"link_k3\">0</data></edge>\n"
-      "    <edge source=\"x\" target=\"a&amp;b\"><data key=\"weight\">1e+06</data>"
-      "<data key=\"link_k3\">0</data></edge>\n"
-      "  </graph>\n"
-      "</graphml>\n";
-  EXPECT_EQ(Graphml_of(testing::Directed_sample()), expected);
-}
-
-TEST(GraphmlWriter, WritesAnEmptyRunAsAnEmptyGraph) {
-  const std::string expected = std::string(kHead) +
-                               "  <graph id=\"G\" edgedefault=\"undirected\">\n"
-                               "  </graph>\n"
-                               "</graphml>\n";
-  EXPECT_EQ(Graphml_of(RunResults{}), expected);
+TEST(GraphmlWriter, WritesEachRunWithItsKeysNodesAndLinks) {
+  const std::vector<std::pair<RunResults, std::string>> cases = {
+      // Exact and approximate communities; "c a" folded into "a c".
+      {testing::Undirected_sample(),
+       std::string(kHead) +
+           "  <key id=\"node_k3\" for=\"node\" attr.name=\"k3\" attr.type=\"string\"/>\n"
+           "  <key id=\"node_k4\" for=\"node\" attr.name=\"k4\" attr.type=\"string\"/>\n"
+           "  <key id=\"link_k3\" for=\"edge\" attr.name=\"k3\" attr.type=\"string\"/>\n"
+           "  <key id=\"link_k4\" for=\"edge\" attr.name=\"k4\" attr.type=\"string\"/>\n"
+           "  <graph id=\"G\" edgedefault=\"undirected\">\n"
+           "    <node id=\"a\"><data key=\"node_k3\">0</data></node>\n"
+           "    <node id=\"b\"><data key=\"node_k3\">0,-1</data></node>\n"
+           "    <node id=\"c\"><data key=\"node_k3\">0,-1</data></node>\n"
+           "    <node id=\"d\"><data key=\"node_k3\">-1</data></node>\n"
+           "    <edge source=\"a\" target=\"b\"><data key=\"link_k3\">0</data></edge>\n"
+           "    <edge source=\"a\" target=\"c\"><data key=\"link_k3\">0</data></edge>\n"
+           "    <edge source=\"b\" target=\"c\"><data key=\"link_k3\">0,-1</data></edge>\n"
+           "    <edge source=\"c\" target=\"d\"><data key=\"link_k3\">-1</data></edge>\n"
+           "  </graph>\n"
+           "</graphml>\n"},
+      // Weights, both directions of a pair, an escaped name.
+      {testing::Directed_sample(),
+       std::string(kHead) +
+           "  <key id=\"weight\" for=\"edge\" attr.name=\"weight\" attr.type=\"double\"/>\n"
+           "  <key id=\"node_k3\" for=\"node\" attr.name=\"k3\" attr.type=\"string\"/>\n"
+           "  <key id=\"link_k3\" for=\"edge\" attr.name=\"k3\" attr.type=\"string\"/>\n"
+           "  <graph id=\"G\" edgedefault=\"directed\">\n"
+           "    <node id=\"x\"><data key=\"node_k3\">0</data></node>\n"
+           "    <node id=\"y\"><data key=\"node_k3\">0</data></node>\n"
+           "    <node id=\"a&amp;b\"><data key=\"node_k3\">0</data></node>\n"
+           "    <edge source=\"x\" target=\"y\"><data key=\"weight\">0.5</data>"
+           "<data key=\"link_k3\">0</data></edge>\n"
+           "    <edge source=\"y\" target=\"x\"><data key=\"weight\">2</data>"
+           "<data key=\"link_k3\">0</data></edge>\n"
+           "    <edge source=\"x\" target=\"a&amp;b\"><data key=\"weight\">1e+06</data>"
+           "<data key=\"link_k3\">0</data></edge>\n"
+           "  </graph>\n"
+           "</graphml>\n"},
+      {RunResults{}, std::string(kHead) + "  <graph id=\"G\" edgedefault=\"undirected\">\n"
+                                          "  </graph>\n"
+                                          "</graphml>\n"},
+  };
+  for (const auto& [results, expected] : cases) EXPECT_EQ(Graphml_of(results), expected);
 }
 
 TEST(GraphmlWriter, WritesLargeNetworksWhole) {
   // Far more than one buffered piece of output.
-  RunResults results;
-  KResults k3;
-  k3.k = 3;
+  RunResults results =
+      testing::At_k(3, {testing::Community(0, {"node0", "node1", "node2"}, {{"node1", "node0"}})});
   for (int i = 0; i < 20000; ++i) {
     results.nodes.push_back("node" + std::to_string(i));
     if (i > 0) results.links.push_back(testing::Link(results.nodes[i - 1], results.nodes[i]));
   }
-  k3.communities = {testing::Community(0, {"node0", "node1", "node2"}, {{"node1", "node0"}})};
-  results.per_k = {k3};
   const std::string xml = Graphml_of(results);
   ASSERT_GT(xml.size(), 1000000u);
   EXPECT_EQ(testing::Xml_fault(xml), "");
-  std::size_t nodes = 0;
-  for (std::size_t at = xml.find("<node "); at != std::string::npos;
-       at = xml.find("<node ", at + 1)) {
-    ++nodes;
-  }
-  EXPECT_EQ(nodes, 20000u);
+  EXPECT_EQ(testing::Count(xml, "<node "), 20000u);
   EXPECT_TRUE(
       xml.ends_with("    <edge source=\"node19998\" target=\"node19999\"></edge>\n"
                     "  </graph>\n</graphml>\n"));
@@ -102,17 +89,14 @@ TEST(GraphmlWriter, WritesLargeNetworksWhole) {
 }
 
 TEST(GraphmlWriter, StaysWellFormedWhateverBytesTheNamesHold) {
-  RunResults results;
   const std::vector<std::string> names = {
       "<tag>", "q\"uote", "ap'os", "amp&amp;", "\xFF\xC3", "\x01", "\xC3\xA9t\xC3\xA9", "]]>"};
+  RunResults results =
+      testing::At_k(3, {testing::Community(0, {names[0], names[1], names[2]}, {})});
   results.nodes = names;
   for (std::size_t i = 1; i < names.size(); ++i) {
     results.links.push_back(testing::Link(names[i - 1], names[i]));
   }
-  KResults k3;
-  k3.k = 3;
-  k3.communities = {testing::Community(0, {names[0], names[1], names[2]}, {})};
-  results.per_k = {k3};
   const std::string xml = Graphml_of(results);
   EXPECT_EQ(testing::Xml_fault(xml), "");
   EXPECT_NE(xml.find("<node id=\"\\xFF\\xC3\">"), std::string::npos);

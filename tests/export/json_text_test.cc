@@ -5,22 +5,19 @@
 namespace kcp {
 namespace {
 
-TEST(JsonText, QuotesAndEscapesQuoteAndBackslash) {
-  EXPECT_EQ(Json_string("plain"), "\"plain\"");
-  EXPECT_EQ(Json_string("say \"hi\""), "\"say \\\"hi\\\"\"");
-  EXPECT_EQ(Json_string("C:\\dir"), "\"C:\\\\dir\"");
-  EXPECT_EQ(Json_string(""), "\"\"");
-}
-
-TEST(JsonText, EscapesWhiteSpaceControls) {
-  EXPECT_EQ(Json_string("a\tb\nc\rd"), "\"a\\tb\\nc\\rd\"");
-}
-
-TEST(JsonText, WritesBytesOfTheSafeFormWithTheirBackslashEscaped) {
-  // The safe form of 0xFF is the four characters \xFF; JSON needs its backslash doubled.
-  EXPECT_EQ(Json_string("a\xFF"), "\"a\\\\xFF\"");
-  EXPECT_EQ(Json_string("\x01"), "\"\\\\x01\"");
-  EXPECT_EQ(Json_string("\xC3\xA9</"), "\"\xC3\xA9</\"");
+TEST(JsonText, QuotesAndEscapesNames) {
+  const std::vector<std::pair<std::string, std::string>> cases = {
+      {"plain", "\"plain\""},
+      {"", "\"\""},
+      {"say \"hi\"", "\"say \\\"hi\\\"\""},
+      {"C:\\dir", "\"C:\\\\dir\""},
+      {"a\tb\nc\rd", "\"a\\tb\\nc\\rd\""},
+      // The safe form of 0xFF is the four characters \xFF; JSON needs its backslash doubled.
+      {"a\xFF", "\"a\\\\xFF\""},
+      {"\x01", "\"\\\\x01\""},
+      {"\xC3\xA9</", "\"\xC3\xA9</\""},
+  };
+  for (const auto& [name, expected] : cases) EXPECT_EQ(Json_string(name), expected) << name;
 }
 
 }  // namespace

@@ -29,6 +29,15 @@ inline CommunityRecord Community(std::int64_t number, std::vector<std::string> n
           .cliques = {}};
 }
 
+// A run with the given communities at one k and nothing else.
+inline RunResults At_k(std::uint32_t k, std::vector<CommunityRecord> communities) {
+  RunResults results;
+  results.per_k.resize(1);
+  results.per_k[0].k = k;
+  results.per_k[0].communities = std::move(communities);
+  return results;
+}
+
 // An undirected, unweighted run on the lines "a b", "a c", "b c", "c a", "c d" with, at k=3,
 // the exact community 0 = {a, b, c} and the approximate community -1 = {b, c, d} (whose
 // approximate clique also joins b and d, which no line links), and no community at k=4.

@@ -2,20 +2,33 @@
 
 #include <gtest/gtest.h>
 
-#include <regex>
+#include <algorithm>
+#include <string>
+#include <type_traits>
 
 #include "tests/export/xml_check.h"
 
 namespace kcp {
 namespace {
 
-std::vector<std::string> Texts_of(const std::string& svg) {
-  std::vector<std::string> texts;
-  const std::regex text_element("<text [^>]*>([^<]*)");
-  for (auto it = std::sregex_iterator(svg.begin(), svg.end(), text_element);
-       it != std::sregex_iterator(); ++it) {
-    texts.push_back((*it)[1]);
+// The contents of the text elements of a picture of one panel.
+template <typename Panel>
+std::vector<std::string> Texts_of(const Panel& panel, double width, std::string* svg = nullptr) {
+  SvgCanvas canvas(width, 240);
+  if constexpr (std::is_same_v<Panel, LogLogPanel>) {
+    Draw_log_log_panel(canvas, {0, 0, width, 240}, panel);
+  } else {
+    Draw_linear_panel(canvas, {0, 0, width, 240}, panel);
   }
+  const std::string picture = canvas.finish();
+  EXPECT_EQ(testing::Xml_fault(picture), "");
+  std::vector<std::string> texts;
+  for (std::size_t at = picture.find("<text "); at != std::string::npos;
+       at = picture.find("<text ", at + 1)) {
+    const std::size_t start = picture.find('>', at) + 1;
+    texts.push_back(picture.substr(start, picture.find('<', start) - start));
+  }
+  if (svg != nullptr) *svg = picture;
   return texts;
 }
 
@@ -23,16 +36,14 @@ bool Has(const std::vector<std::string>& texts, const std::string& text) {
   return std::find(texts.begin(), texts.end(), text) != texts.end();
 }
 
-TEST(SvgPanel, CoversValuesWithWholeDecades) {
+TEST(SvgPanel, CoversValuesWithWholeDecadesAndStepsLinearTicks) {
   EXPECT_EQ(Decades_covering(1, 1), std::make_pair(0, 1));
   EXPECT_EQ(Decades_covering(4, 33), std::make_pair(0, 2));
   EXPECT_EQ(Decades_covering(10, 100), std::make_pair(1, 2));
   EXPECT_EQ(Decades_covering(10, 101), std::make_pair(1, 3));
   EXPECT_EQ(Decades_covering(99, 99), std::make_pair(1, 2));
   EXPECT_EQ(Decades_covering(1000, 1000), std::make_pair(3, 4));
-}
-
-TEST(SvgPanel, StepsLinearTicksByOneTwoOrFiveTimesAPowerOfTen) {
+  // Steps of one, two or five times a power of ten.
   EXPECT_EQ(Linear_ticks(0), std::vector<double>({0, 1}));
   EXPECT_EQ(Linear_ticks(3), std::vector<double>({0, 1, 2, 3}));
   EXPECT_EQ(Linear_ticks(33), std::vector<double>({0, 10, 20, 30, 40}));
@@ -41,7 +52,6 @@ TEST(SvgPanel, StepsLinearTicksByOneTwoOrFiveTimesAPowerOfTen) {
 }
 
 TEST(SvgPanel, LabelsLogAxesAtPowersOfTen) {
-  SvgCanvas canvas(300, 240);
   LogLogPanel panel;
   panel.title = "Community size";
   panel.x_label = "size (nodes)";
@@ -49,14 +59,10 @@ TEST(SvgPanel, LabelsLogAxesAtPowersOfTen) {
   panel.note = "size 0: 2 communities";
   panel.colour = "#1f77b4";
   panel.points = {{3, 100}, {40, 1}};
-  panel.x_lo = 0;
   panel.x_hi = 2;
-  panel.y_lo = 0;
   panel.y_hi = 5;
-  Draw_log_log_panel(canvas, {0, 0, 300, 240}, panel);
-  const std::string svg = canvas.finish();
-  EXPECT_EQ(testing::Xml_fault(svg), "");
-  const std::vector<std::string> texts = Texts_of(svg);
+  std::string svg;
+  const std::vector<std::string> texts = Texts_of(panel, 300, &svg);
   for (const char* text : {"Community size", "size (nodes)", "communities", "size 0: 2 communities",
                            "1", "10", "100", "1000"}) {
     EXPECT_TRUE(Has(texts, text)) << text;
@@ -64,29 +70,22 @@ TEST(SvgPanel, LabelsLogAxesAtPowersOfTen) {
   // 10^4 and 10^5 carry their exponents as superscripts.
   EXPECT_NE(svg.find(">10<tspan dy=\"-4.5\" font-size=\"7.5\">4</tspan>"), std::string::npos);
   EXPECT_NE(svg.find(">10<tspan dy=\"-4.5\" font-size=\"7.5\">5</tspan>"), std::string::npos);
-  // One dot per point.
-  std::size_t dots = 0;
-  for (std::size_t at = svg.find("<circle"); at != std::string::npos;
-       at = svg.find("<circle", at + 1)) {
-    ++dots;
-  }
-  EXPECT_EQ(dots, 2u);
+  EXPECT_EQ(testing::Count(svg, "<circle"), 2u);  // one dot per point
 }
 
 TEST(SvgPanel, PlacesDotsOnTheLogScale) {
-  SvgCanvas canvas(300, 240);
   LogLogPanel panel;
   panel.colour = "#000000";
   panel.points = {{1, 1}, {10, 10}, {100, 100}};
   panel.x_hi = 2;
   panel.y_hi = 2;
-  Draw_log_log_panel(canvas, {0, 0, 300, 240}, panel);
-  const std::string svg = canvas.finish();
-  const std::regex dot("<circle cx=\"([0-9.]+)\" cy=\"([0-9.]+)\"");
+  std::string svg;
+  Texts_of(panel, 300, &svg);
   std::vector<std::pair<double, double>> centres;
-  for (auto it = std::sregex_iterator(svg.begin(), svg.end(), dot); it != std::sregex_iterator();
-       ++it) {
-    centres.emplace_back(std::stod((*it)[1]), std::stod((*it)[2]));
+  for (std::size_t at = svg.find("<circle cx=\""); at != std::string::npos;
+       at = svg.find("<circle cx=\"", at + 1)) {
+    centres.emplace_back(std::stod(svg.substr(at + 12)),
+                         std::stod(svg.substr(svg.find("cy=\"", at) + 4)));
   }
   ASSERT_EQ(centres.size(), 3u);
   // Equal steps on both axes for equal ratios; y grows upwards.
@@ -96,8 +95,7 @@ TEST(SvgPanel, PlacesDotsOnTheLogScale) {
   EXPECT_LT(centres[1].second, centres[0].second);
 }
 
-TEST(SvgPanel, DrawsALinearPanelWithIntegerKTicks) {
-  SvgCanvas canvas(600, 240);
+TEST(SvgPanel, LabelsWholeKsOnALinearPanelAtMostTwelveOfThem) {
   LinearPanel panel;
   panel.title = "Number of communities against k";
   panel.x_label = "k";
@@ -106,31 +104,16 @@ TEST(SvgPanel, DrawsALinearPanelWithIntegerKTicks) {
   panel.points = {{3, 12}, {4, 5}, {5, 0}};
   panel.x_min = 3;
   panel.x_max = 5;
-  Draw_linear_panel(canvas, {0, 0, 600, 240}, panel);
-  const std::string svg = canvas.finish();
-  EXPECT_EQ(testing::Xml_fault(svg), "");
-  const std::vector<std::string> texts = Texts_of(svg);
+  std::vector<std::string> texts = Texts_of(panel, 600);
   // k ticks 3, 4, 5; count ticks 0, 2, ..., 12.
   for (const char* text : {"3", "4", "5", "0", "2", "12"}) EXPECT_TRUE(Has(texts, text)) << text;
   EXPECT_FALSE(Has(texts, "14"));
   EXPECT_FALSE(Has(texts, "2.5"));
-}
 
-}  // namespace
-}  // namespace kcp
-
-namespace kcp {
-namespace {
-
-TEST(SvgPanel, SpacesKTicksSoThatAtMostTwelveAreLabelled) {
-  SvgCanvas canvas(600, 240);
-  LinearPanel panel;
-  panel.colour = "#333333";
-  panel.x_min = 3;
+  panel.points.clear();
   panel.x_max = 239;
   for (int k = 3; k <= 239; ++k) panel.points.emplace_back(k, 1);
-  Draw_linear_panel(canvas, {0, 0, 600, 240}, panel);
-  const std::vector<std::string> texts = Texts_of(canvas.finish());
+  texts = Texts_of(panel, 600);
   for (const char* text : {"20", "100", "220"}) EXPECT_TRUE(Has(texts, text)) << text;
   for (const char* text : {"3", "10", "30", "240"}) EXPECT_FALSE(Has(texts, text)) << text;
 }

@@ -1,6 +1,6 @@
 // Checks for XML documents written by the exporters, for the tests: a small well-formedness
 // check in C++ (UTF-8, balanced tags, quoted attributes, only known entities, no stray markup
-// characters) and, where python3 is installed, a parse with its xml.etree.
+// characters), a count of occurrences and, where python3 is installed, a parse with its xml.etree.
 #pragma once
 
 #include <cctype>
@@ -108,6 +108,15 @@ inline std::string Xml_fault(const std::string& xml) {
   if (!open.empty()) return "unclosed <" + open.back() + ">";
   if (!root_seen) return "no root element";
   return "";
+}
+
+// How often `part` occurs in `text`.
+inline std::size_t Count(const std::string& text, const std::string& part) {
+  std::size_t count = 0;
+  for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) {
+    ++count;
+  }
+  return count;
 }
 
 inline bool Python_available() {

@@ -1,8 +1,10 @@
 // Test helpers for the file-system tests: a console session that feeds a fixed text to std::cin
 // and captures std::cout while it lives, a guard that restores the working directory, and a
-// stat-based type check independent of the module under test.
+// stat-based type check independent of the module under test, and the shared texts and
+// shortcuts the file-system tests use.
 #pragma once
 
+#include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -10,6 +12,8 @@
 #include <iterator>
 #include <sstream>
 #include <string>
+
+#include "driver/xerror_msg.h"
 
 namespace kcp::testing {
 
@@ -70,6 +74,24 @@ inline bool Is_regular(const std::string& path) {
 inline bool Exists(const std::string& path) {
   struct stat info;
   return lstat(path.c_str(), &info) == 0;
+}
+
+inline const std::string kNoEntry = "A component of the path file_name does not exist.";
+inline const std::string kStopped = "stopped interactively by user.";
+
+inline void Make_directory(const std::string& path) {
+  ASSERT_EQ(mkdir(path.c_str(), 0755), 0) << path;
+}
+
+// The text of the Xerror_msg the action throws, or "no exception".
+template <typename Action>
+std::string Message_of(Action action) {
+  try {
+    action();
+  } catch (const Xerror_msg& e) {
+    return e.what();
+  }
+  return "no exception";
 }
 
 }  // namespace kcp::testing

@@ -13,31 +13,18 @@ namespace {
 
 using testing::Console_session;
 using testing::Exists;
+using testing::kNoEntry;
+using testing::kStopped;
+using testing::Make_directory;
+using testing::Message_of;
 using testing::Read_file;
 using testing::Test_dir;
 using testing::Write_file;
-
-const std::string kNoEntry = "A component of the path file_name does not exist.";
-const std::string kStopped = "stopped interactively by user.";
-
-void Make_directory(const std::string& path) {
-  ASSERT_EQ(mkdir(path.c_str(), 0755), 0) << path;
-}
 
 void Make_tree(const std::string& path) {
   Make_directory(path);
   Make_directory(path + "/sub");
   Write_file(path + "/sub/f", "f");
-}
-
-template <typename Action>
-std::string Message_of(Action action) {
-  try {
-    action();
-  } catch (const Xerror_msg& e) {
-    return e.what();
-  }
-  return "no exception";
 }
 
 std::string Dialogue(const std::string& header, const std::string& path, const std::string& what) {

@@ -12,48 +12,20 @@ namespace kcp {
 namespace {
 
 using testing::Exists;
+using testing::kNoEntry;
+using testing::Make_directory;
+using testing::Message_of;
 using testing::Test_dir;
 using testing::Write_file;
-
-void Make_directory(const std::string& path) {
-  ASSERT_EQ(mkdir(path.c_str(), 0755), 0) << path;
-}
-
-template <typename Action>
-std::string Message_of(Action action) {
-  try {
-    action();
-  } catch (const Xerror_msg& e) {
-    return e.what();
-  }
-  return "no exception";
-}
-
-TEST(DeleteDir, RemovesTheTreeAndTheDirectoryItself) {
-  Test_dir dir;
-  Make_directory(dir / "out");
-  Make_directory(dir / "out/a");
-  Make_directory(dir / "out/a/b");
-  Write_file(dir / "out/a/b/f", "f");
-  Write_file(dir / "out/top", "t");
-  Delete_dir(dir / "out");
-  EXPECT_FALSE(Exists(dir / "out"));
-}
 
 TEST(DeleteDir, RemovesTreesWhoseListingPutsADirectoryBeforeItsInnerOnes) {
   Test_dir dir;
   // The recursive listing of r puts d2/e before d2/e/h, and q/w/e before q/w/e/r.
-  Make_directory(dir / "r");
-  Make_directory(dir / "r/d2");
-  Make_directory(dir / "r/d2/e");
-  Make_directory(dir / "r/d2/e/h");
+  for (const std::string sub : {"", "/d2", "/d2/e", "/d2/e/h", "/q", "/q/w", "/q/w/e", "/q/w/e/r",
+                                "/q/w/e/r/t", "/empty"}) {
+    Make_directory(dir / ("r" + sub));
+  }
   Write_file(dir / "r/d2/e/h/z", "");
-  Make_directory(dir / "r/q");
-  Make_directory(dir / "r/q/w");
-  Make_directory(dir / "r/q/w/e");
-  Make_directory(dir / "r/q/w/e/r");
-  Make_directory(dir / "r/q/w/e/r/t");
-  Make_directory(dir / "r/empty");
   Write_file(dir / "r/k", "");
   Delete_dir(dir / "r");
   EXPECT_FALSE(Exists(dir / "r"));
@@ -79,22 +51,17 @@ TEST(DeleteDir, MissingDirectoryIsReportedByTheListing) {
                 " and\nA component of the path file_name does not exist.");
 }
 
-TEST(UnlinkFile, FailureTextHasNoBlankBeforeAnd) {
-  Test_dir dir;
-  EXPECT_EQ(Message_of([&] { Unlink_file(dir / "none"); }),
-            "ERROR: Unlink_file() called on '" + (dir / "none") +
-                "'and \nA component of the path file_name does not exist.");
-  Make_directory(dir / "d");
-  EXPECT_EQ(Message_of([&] { Unlink_file(dir / "d"); }),
-            "ERROR: Unlink_file() called on '" + (dir / "d") +
-                "'and \nnewpath is an existing directory, but oldpath is not a directory.");
-}
-
-TEST(UnlinkFile, RemovesAFile) {
+TEST(UnlinkFile, RemovesAFileFailureTextHasNoBlankBeforeAnd) {
   Test_dir dir;
   Write_file(dir / "f", "x");
   Unlink_file(dir / "f");
   EXPECT_FALSE(Exists(dir / "f"));
+  EXPECT_EQ(Message_of([&] { Unlink_file(dir / "none"); }),
+            "ERROR: Unlink_file() called on '" + (dir / "none") + "'and \n" + kNoEntry);
+  Make_directory(dir / "d");
+  EXPECT_EQ(Message_of([&] { Unlink_file(dir / "d"); }),
+            "ERROR: Unlink_file() called on '" + (dir / "d") +
+                "'and \nnewpath is an existing directory, but oldpath is not a directory.");
 }
 
 TEST(RemoveDir, RemovesOnlyEmptyDirectories) {

@@ -17,11 +17,10 @@ using testing::Console_session;
 using testing::Exists;
 using testing::Is_dir;
 using testing::Is_regular;
+using testing::kStopped;
 using testing::Read_file;
 using testing::Test_dir;
 using testing::Write_file;
-
-const std::string kStopped = "stopped interactively by user.";
 
 std::string Dir_dialogue(const std::string& path) {
   return "Dir_prepare():\nThe " + path +
@@ -87,41 +86,28 @@ TEST(DirPrepare, KeepMovesAFileInTheWayToTheFirstFreeNumber) {
   EXPECT_EQ(Read_file(dir / "out1"), "taken");
   EXPECT_EQ(Read_file(dir / "out2"), "old results");
   EXPECT_FALSE(Exists(dir / "out3"));
+
+  Write_file(dir / "new", "");
+  Dir_prepare(dir / "new", "keep");
+  EXPECT_TRUE(Is_dir(dir / "new"));
+  EXPECT_TRUE(Is_regular(dir / "new1"));
 }
 
-TEST(DirPrepare, KeepMovesAFileToNumberOneWhenFree) {
-  Test_dir dir;
-  Write_file(dir / "out", "");
-  Dir_prepare(dir / "out", "keep");
-  EXPECT_TRUE(Is_dir(dir / "out"));
-  EXPECT_TRUE(Is_regular(dir / "out1"));
-}
-
-TEST(DirPrepare, ClearEmptiesAnExistingTree) {
+TEST(DirPrepare, ClearEmptiesADeepTreeOrRemovesAFileInTheWay) {
   Test_dir dir;
   Make_tree(dir);
   Write_file(dir / "out/top.txt", "top");
-  Dir_prepare(dir / "out", "clear");
-  EXPECT_TRUE(Is_empty_dir(dir / "out"));
-}
-
-TEST(DirPrepare, ClearEmptiesADeepTree) {
-  Test_dir dir;
-  Make_tree(dir);
   ASSERT_EQ(mkdir((dir / "out/a/b/c").c_str(), 0755), 0);
   ASSERT_EQ(mkdir((dir / "out/a/b/c/d").c_str(), 0755), 0);
   Write_file(dir / "out/a/b/c/d/deep", "");
   ASSERT_EQ(mkdir((dir / "out/z").c_str(), 0755), 0);
   Dir_prepare(dir / "out", "clear");
   EXPECT_TRUE(Is_empty_dir(dir / "out"));
-}
 
-TEST(DirPrepare, ClearRemovesAFileInTheWay) {
-  Test_dir dir;
-  Write_file(dir / "out", "old");
-  Dir_prepare(dir / "out", "clear");
-  EXPECT_TRUE(Is_empty_dir(dir / "out"));
-  EXPECT_FALSE(Exists(dir / "out1"));
+  Write_file(dir / "file", "old");
+  Dir_prepare(dir / "file", "clear");
+  EXPECT_TRUE(Is_empty_dir(dir / "file"));
+  EXPECT_FALSE(Exists(dir / "file1"));
 }
 
 TEST(DirPrepare, FailureBelowAFileIsReportedByMakeDir) {
@@ -137,57 +123,29 @@ TEST(DirPrepare, FailureBelowAFileIsReportedByMakeDir) {
   }
 }
 
-TEST(DirPrepareInteract, BlanksBeforeKKeepTheDirectory) {
+TEST(DirPrepareInteract, NonEmptyDirectoryIsKeptOnKClearedOnCAndAnythingElseStops) {
   Test_dir dir;
   Make_tree(dir);
-  Console_session console("  k rest\nnext line");
-  Dir_prepare(dir / "out", "interactive");
-  EXPECT_EQ(console.Output(), Dir_dialogue(dir / "out"));
-  EXPECT_EQ(Read_file(dir / "out/a/b/f"), "f");
-  EXPECT_EQ(console.Unread(), " rest\nnext line");
-}
-
-TEST(DirPrepareInteract, NewlinesBeforeTheAnswerAreSkipped) {
-  Test_dir dir;
-  Make_tree(dir);
-  Console_session console("\n\n\tk\n");
-  Dir_prepare(dir / "out");
-  EXPECT_EQ(console.Output(), Dir_dialogue(dir / "out"));
-  EXPECT_TRUE(Exists(dir / "out/a/b/f"));
-}
-
-TEST(DirPrepareInteract, AnswersAreCaseSensitive) {
-  Test_dir dir;
-  Make_tree(dir);
-  for (const std::string answer : {"K", "C", "x", "o"}) {
-    Console_session console(answer + "\n");
+  {
+    // Blanks and newlines before the answer are skipped; the rest of the line stays unread.
+    Console_session console("\n  \tk rest\nnext line");
+    Dir_prepare(dir / "out", "interactive");
+    EXPECT_EQ(console.Output(), Dir_dialogue(dir / "out"));
+    EXPECT_EQ(console.Unread(), " rest\nnext line");
+  }
+  // Answers are case-sensitive; the end of the input stops too.
+  for (const std::string answer : {"K", "C", "x", "o", " \n "}) {
+    SCOPED_TRACE(answer);
+    Console_session console(answer);
     try {
-      Dir_prepare(dir / "out", "interactive");
-      FAIL() << answer << ": no exception";
+      Dir_prepare(dir / "out");
+      FAIL() << "no exception";
     } catch (const Xerror_msg& e) {
-      EXPECT_EQ(e.what(), kStopped) << answer;
+      EXPECT_EQ(e.what(), kStopped);
     }
     EXPECT_EQ(console.Output(), Dir_dialogue(dir / "out"));
   }
   EXPECT_EQ(Read_file(dir / "out/a/b/f"), "f");
-}
-
-TEST(DirPrepareInteract, EndOfInputStops) {
-  Test_dir dir;
-  Make_tree(dir);
-  Console_session console(" \n ");
-  try {
-    Dir_prepare(dir / "out", "interactive");
-    FAIL() << "no exception";
-  } catch (const Xerror_msg& e) {
-    EXPECT_EQ(e.what(), kStopped);
-  }
-  EXPECT_TRUE(Exists(dir / "out/a/b/f"));
-}
-
-TEST(DirPrepareInteract, CClearsTheDirectory) {
-  Test_dir dir;
-  Make_tree(dir);
   Console_session console("c");
   Dir_prepare(dir / "out", "interactive");
   EXPECT_TRUE(Is_empty_dir(dir / "out"));
@@ -248,13 +206,11 @@ TEST(DirPrepareInteract, FileStaysWhenTheUserStops) {
 
 TEST(DirPrepareInteract, DialogueNamesTheTypeAndEmptinessGiven) {
   Test_dir dir;
-  Console_session console("x");
-  EXPECT_THROW(Dir_prepare_interact(dir / "link", "symlink", false), Xerror_msg);
-  EXPECT_EQ(console.Output(), File_dialogue(dir / "link", "symlink", false));
-}
-
-TEST(DirPrepareInteract, EmptyDirectoryIsSaidToBeEmpty) {
-  Test_dir dir;
+  {
+    Console_session console("x");
+    EXPECT_THROW(Dir_prepare_interact(dir / "link", "symlink", false), Xerror_msg);
+    EXPECT_EQ(console.Output(), File_dialogue(dir / "link", "symlink", false));
+  }
   Console_session console("k");
   ASSERT_EQ(mkdir((dir / "d").c_str(), 0755), 0);
   Dir_prepare_interact(dir / "d", "dir", true);

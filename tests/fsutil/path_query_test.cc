@@ -6,6 +6,7 @@
 
 #include <list>
 #include <string>
+#include <utility>
 
 #include "driver/xerror_msg.h"
 #include "tests/fsutil/console_session.h"
@@ -15,10 +16,10 @@ namespace kcp {
 namespace {
 
 using testing::Cwd_guard;
+using testing::kNoEntry;
 using testing::Test_dir;
 using testing::Write_file;
 
-const std::string kNoEntry = "A component of the path file_name does not exist.";
 const std::string kNotDir = "A component of the path is not a directory.";
 
 std::string Message_of_make_dir(const std::string& path) {
@@ -119,7 +120,7 @@ TEST(PathQuery, FifoAndDeviceAreOther) {
   EXPECT_EQ(type, "other");
 }
 
-TEST(PathQuery, IsThereSuchDirNamesTheTypeFound) {
+TEST(PathQuery, IsThereSuchDirAndFileNameTheTypeFound) {
   Test_dir dir;
   Write_file(dir / "x.txt", "abc");
   ASSERT_EQ(mkdir((dir / "d").c_str(), 0755), 0);
@@ -127,35 +128,22 @@ TEST(PathQuery, IsThereSuchDirNamesTheTypeFound) {
   std::string message;
   EXPECT_FALSE(Is_there_such_dir(dir / "x.txt", empty, message));
   EXPECT_EQ(message, "The path " + (dir / "x.txt") + " is a file.");
-  EXPECT_FALSE(Is_there_such_dir(dir / "x.txt"));
-
-  message.clear();
-  EXPECT_TRUE(Is_there_such_dir(dir / "d", empty, message));
-  EXPECT_TRUE(Is_there_such_dir(dir / "d"));
-
-  EXPECT_FALSE(Is_there_such_dir(dir / "none", empty, message));
-  EXPECT_EQ(message, kNoEntry);
-
   EXPECT_FALSE(Is_there_such_dir("/dev/null", empty, message));
   EXPECT_EQ(message, "The path /dev/null is a other.");
-}
-
-TEST(PathQuery, IsThereSuchFileNamesTheTypeFound) {
-  Test_dir dir;
-  Write_file(dir / "x.txt", "abc");
-  ASSERT_EQ(mkdir((dir / "d").c_str(), 0755), 0);
-  bool empty = true;
-  std::string message;
-  EXPECT_TRUE(Is_there_such_file(dir / "x.txt", empty, message));
-  EXPECT_FALSE(empty);
-  EXPECT_TRUE(Is_there_such_file(dir / "x.txt"));
-
   EXPECT_FALSE(Is_there_such_file(dir / "d", empty, message));
   EXPECT_EQ(message, "The path " + (dir / "d") + " is a dir.");
+  for (const bool found : {Is_there_such_dir(dir / "none", empty, message),
+                           Is_there_such_file(dir / "none", empty, message)}) {
+    EXPECT_FALSE(found);
+    EXPECT_EQ(message, kNoEntry);
+  }
+  EXPECT_TRUE(Is_there_such_file(dir / "x.txt", empty, message));
+  EXPECT_FALSE(empty);
+  EXPECT_TRUE(Is_there_such_dir(dir / "d", empty, message));
+  EXPECT_TRUE(Is_there_such_dir(dir / "d"));
+  EXPECT_TRUE(Is_there_such_file(dir / "x.txt"));
+  EXPECT_FALSE(Is_there_such_dir(dir / "x.txt"));
   EXPECT_FALSE(Is_there_such_file(dir / "d"));
-
-  EXPECT_FALSE(Is_there_such_file(dir / "none", empty, message));
-  EXPECT_EQ(message, kNoEntry);
 }
 
 TEST(MakeDir, CreatesEveryMissingDirectoryWithMode0755) {
@@ -171,49 +159,35 @@ TEST(MakeDir, CreatesEveryMissingDirectoryWithMode0755) {
   }
 }
 
-TEST(MakeDir, LeavesExistingDirectoriesAndTheirContentsAlone) {
+TEST(MakeDir, KeepsWhatExistsAndTakesOddlyWrittenAndRelativePaths) {
   Test_dir dir;
   Make_dir(dir / "a/b");
   Write_file(dir / "a/b/keep.txt", "kept");
   Make_dir(dir / "a/b");
   Make_dir(dir / "a");
   EXPECT_EQ(testing::Read_file(dir / "a/b/keep.txt"), "kept");
-}
-
-TEST(MakeDir, HandlesTrailingAndDoubledSlashes) {
-  Test_dir dir;
   Make_dir(dir / "x/y/");
   EXPECT_TRUE(testing::Is_dir(dir / "x/y"));
   Make_dir(dir / "p//q");
   EXPECT_TRUE(testing::Is_dir(dir / "p/q"));
-}
-
-TEST(MakeDir, RelativePathIsCreatedBelowTheWorkingDirectory) {
-  Test_dir dir;
+  EXPECT_NO_THROW(Make_dir(""));
   Cwd_guard guard;
   ASSERT_EQ(chdir(dir.path().c_str()), 0);
   Make_dir("rel/sub");
   EXPECT_TRUE(testing::Is_dir(dir / "rel/sub"));
 }
 
-TEST(MakeDir, EmptyPathDoesNothing) {
-  EXPECT_NO_THROW(Make_dir(""));
-}
-
-TEST(MakeDir, FileInTheWayFailsAtTheNextLevel) {
+TEST(MakeDir, FailureNamesThePathAndKeepsWhatWasMadeBefore) {
   Test_dir dir;
   Write_file(dir / "f", "");
-  const std::string path = dir / "f/x/y";
-  EXPECT_EQ(Message_of_make_dir(path),
-            "ERROR: Make_dir() called with " + path + " and \n" + kNotDir);
+  const std::string below_file = dir / "f/x/y";
+  EXPECT_EQ(Message_of_make_dir(below_file),
+            "ERROR: Make_dir() called with " + below_file + " and \n" + kNotDir);
   EXPECT_TRUE(testing::Is_regular(dir / "f"));
-}
 
-TEST(MakeDir, DirectoriesMadeBeforeAFailureStay) {
-  Test_dir dir;
-  const std::string path = dir / ("new/" + std::string(300, 'n') + "/z");
-  EXPECT_EQ(Message_of_make_dir(path),
-            "ERROR: Make_dir() called with " + path + " and \npathname too long.");
+  const std::string too_long = dir / ("new/" + std::string(300, 'n') + "/z");
+  EXPECT_EQ(Message_of_make_dir(too_long),
+            "ERROR: Make_dir() called with " + too_long + " and \npathname too long.");
   EXPECT_TRUE(testing::Is_dir(dir / "new"));
 }
 
@@ -243,37 +217,30 @@ class GetTotalPathIn : public ::testing::Test {
   std::string home_;
 };
 
-TEST_F(GetTotalPathIn, RelativePathsStartAtTheWorkingDirectory) {
-  EXPECT_EQ(Get_total_path("net.txt"), ann_ + "/net.txt");
-  EXPECT_EQ(Get_total_path("../bob/x"), home_ + "/bob/x");
-  EXPECT_EQ(Get_total_path("./d/net.txt"), ann_ + "/d/net.txt");
-  EXPECT_EQ(Get_total_path("d/../e/./f"), ann_ + "/e/f");
-  EXPECT_EQ(Get_total_path("d/"), ann_ + "/d");
-}
-
-TEST_F(GetTotalPathIn, AFinalDotOrDotDotIsKept) {
-  EXPECT_EQ(Get_total_path("."), ann_ + "/.");
-  EXPECT_EQ(Get_total_path(".."), ann_ + "/..");
-  EXPECT_EQ(Get_total_path("/a/b/."), "/a/b/.");
-  EXPECT_EQ(Get_total_path("/a/b/.."), "/a/b/..");
-}
-
-TEST(GetTotalPath, AbsolutePathsIgnoreTheWorkingDirectory) {
-  EXPECT_EQ(Get_total_path("/data/x.txt"), "/data/x.txt");
-  EXPECT_EQ(Get_total_path("/a/../b"), "/b");
-  EXPECT_EQ(Get_total_path("/a/b/"), "/a/b");
-  EXPECT_EQ(Get_total_path("/a//b"), "/a//b");
-  EXPECT_EQ(Get_total_path("/"), "/");
-  // ".." also removes the empty first component that stands for the root.
-  EXPECT_EQ(Get_total_path("/../x"), "x");
-}
-
-TEST(GetTotalPath, EmptyPathGivesEmptyText) {
-  EXPECT_EQ(Get_total_path(""), "");
-}
-
-TEST(GetTotalPath, WorkingDirectoryRoot) {
-  Cwd_guard guard;
+TEST_F(GetTotalPathIn, RelativePathsStartAtTheWorkingDirectoryAFinalDotIsKept) {
+  const std::pair<std::string, std::string> cases[] = {
+      {"net.txt", ann_ + "/net.txt"},
+      {"../bob/x", home_ + "/bob/x"},
+      {"./d/net.txt", ann_ + "/d/net.txt"},
+      {"d/../e/./f", ann_ + "/e/f"},
+      {"d/", ann_ + "/d"},
+      {".", ann_ + "/."},
+      {"..", ann_ + "/.."},
+      // Absolute paths ignore the working directory.
+      {"/a/b/.", "/a/b/."},
+      {"/a/b/..", "/a/b/.."},
+      {"/data/x.txt", "/data/x.txt"},
+      {"/a/../b", "/b"},
+      {"/a/b/", "/a/b"},
+      {"/a//b", "/a//b"},
+      {"/", "/"},
+      {"", ""},
+      // ".." also removes the empty first component that stands for the root.
+      {"/../x", "x"}};
+  for (const auto& [path, expected] : cases) {
+    SCOPED_TRACE(path);
+    EXPECT_EQ(Get_total_path(path), expected);
+  }
   ASSERT_EQ(chdir("/"), 0);
   EXPECT_EQ(Get_total_path("x"), "/x");
   EXPECT_EQ(Get_total_path("x/../y"), "/y");
@@ -291,34 +258,35 @@ TEST(GetCurrentPath, ReadsTheWorkingDirectoryThroughABufferOfTheGivenSize) {
   EXPECT_EQ(Get_current_path(0), "");
 }
 
-TEST(DirError, GivesTheSentenceOfEveryKnownErrno) {
-  EXPECT_EQ(Dir_error(1), "The filesyst. does not  support  the removal of directories.");
-  EXPECT_EQ(Dir_error(2), "A component of the path file_name does not exist.");
-  EXPECT_EQ(Dir_error(5), "An I/O error occurred.");
-  EXPECT_EQ(Dir_error(12), "Insufficient memory to complete the operation.");
-  EXPECT_EQ(Dir_error(13), "Permission denied.");
-  EXPECT_EQ(Dir_error(14), "Bad address.");
-  EXPECT_EQ(Dir_error(16),
-            "The rename fails because oldpath or newpath is a directory that  is in use by some "
-            "process.");
-  EXPECT_EQ(Dir_error(17), "pathname already exists.");
-  EXPECT_EQ(Dir_error(18), "oldpath and newpath are not on the same filesystem.");
-  EXPECT_EQ(Dir_error(20), "A component of the path is not a directory.");
-  EXPECT_EQ(Dir_error(21), "newpath is an existing directory, but oldpath is not a directory.");
-  EXPECT_EQ(Dir_error(22), "an attempt was made to make a directory a subdirectory of itself.");
-  EXPECT_EQ(Dir_error(28), "no room for the new directory entry.");
-  EXPECT_EQ(Dir_error(30), "The file is on a read-only filesystem.");
-  EXPECT_EQ(Dir_error(36), "pathname too long.");
-  EXPECT_EQ(Dir_error(39),
-            "newpath is a non-empty directory, i.e., contains entries other than . and .. .");
-  EXPECT_EQ(Dir_error(40), "Too  many symbolic links encountered while traversing the path.");
-}
-
-TEST(DirError, AnyOtherNumberIsQuoted) {
-  EXPECT_EQ(Dir_error(99), " Other error occured, errno=99");
-  EXPECT_EQ(Dir_error(0), " Other error occured, errno=0");
-  EXPECT_EQ(Dir_error(3), " Other error occured, errno=3");
-  EXPECT_EQ(Dir_error(-4), " Other error occured, errno=-4");
+TEST(DirError, GivesTheSentenceOfEveryKnownErrnoAndQuotesAnyOther) {
+  const std::pair<int, std::string> cases[] = {
+      {1, "The filesyst. does not  support  the removal of directories."},
+      {2, "A component of the path file_name does not exist."},
+      {5, "An I/O error occurred."},
+      {12, "Insufficient memory to complete the operation."},
+      {13, "Permission denied."},
+      {14, "Bad address."},
+      {16,
+       "The rename fails because oldpath or newpath is a directory that  is in use by some "
+       "process."},
+      {17, "pathname already exists."},
+      {18, "oldpath and newpath are not on the same filesystem."},
+      {20, "A component of the path is not a directory."},
+      {21, "newpath is an existing directory, but oldpath is not a directory."},
+      {22, "an attempt was made to make a directory a subdirectory of itself."},
+      {28, "no room for the new directory entry."},
+      {30, "The file is on a read-only filesystem."},
+      {36, "pathname too long."},
+      {39, "newpath is a non-empty directory, i.e., contains entries other than . and .. ."},
+      {40, "Too  many symbolic links encountered while traversing the path."},
+      {99, " Other error occured, errno=99"},
+      {0, " Other error occured, errno=0"},
+      {3, " Other error occured, errno=3"},
+      {-4, " Other error occured, errno=-4"}};
+  for (const auto& [error, expected] : cases) {
+    SCOPED_TRACE(error);
+    EXPECT_EQ(Dir_error(error), expected);
+  }
 }
 
 }  // namespace

@@ -2,8 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "driver/xerror_msg.h"
-#include "tests/support/test_dir.h"
+#include "tests/results/results_fixtures.h"
 
 namespace kcp {
 namespace {
@@ -18,38 +17,18 @@ const std::string kAlap =
 const std::string kFixedKAlap = kAlap + "# The communities were extracted solely at k=4\n.";
 const std::string kNegative = "# Negative indices indicate approximate cliques.\n";
 
-std::string Error_of(const std::string& path, Node_numbering numbering = {}) {
-  try {
-    Read_clique_file(path, numbering);
-  } catch (const Xerror_msg& e) {
-    return e.what();
-  }
-  return "no error";
-}
-
-TEST(CliqueFileReader, ReadsExactThenApproximateCliques) {
+// Exact then approximate cliques are read back byte for byte in round_trip_test.cc.
+TEST(CliqueFileReader, ReadsFilesWithoutExactCliques) {
   Test_dir dir;
-  Write_file(dir / "cliques", "# The cliques" + kAlap + kNegative +
-                                  "\n0: a b c \n1: b c #d \n-2: a #d e \n-3: c d e f \n");
-  Node_numbering numbering;
-  const CliqueFile file = Read_clique_file(dir / "cliques", numbering);
-  EXPECT_EQ(file.flag, "");
-  EXPECT_EQ(file.alap_szoveg, kAlap);
-  EXPECT_EQ(file.n_exact, 2u);
-  EXPECT_EQ(file.cliques, (CliqueList{{1, 2, 3}, {2, 3, 4}, {1, 4, 5}, {3, 6, 5, 7}}));
-}
-
-TEST(CliqueFileReader, AllApproximateCliquesStartAtMinusZero) {
-  Test_dir dir;
-  // A directed run of fixed k: the "Negative indices" line follows the "." of the description.
+  // A directed run of fixed k, all approximate from "-0": "Negative indices" follows the ".".
   Write_file(dir / "directed_cliques",
              "# The directed cliques" + kFixedKAlap + kNegative + "\n-0: a b c \n-1: b c d \n");
   Node_numbering numbering;
-  const CliqueFile file = Read_clique_file(dir / "directed_cliques", numbering);
-  EXPECT_EQ(file.flag, "directed");
-  EXPECT_EQ(file.alap_szoveg, kFixedKAlap);
-  EXPECT_EQ(file.n_exact, 0u);
-  EXPECT_EQ(file.cliques.size(), 2u);
+  const CliqueFile directed = Read_clique_file(dir / "directed_cliques", numbering);
+  EXPECT_EQ(directed.flag, "directed");
+  EXPECT_EQ(directed.alap_szoveg, kFixedKAlap);
+  EXPECT_EQ(directed.n_exact, 0u);
+  EXPECT_EQ(directed.cliques, (CliqueList{{1, 2, 3}, {2, 3, 4}}));
 
   Write_file(dir / "empty", "# The cliques" + kFixedKAlap + "\n");
   const CliqueFile empty = Read_clique_file(dir / "empty", numbering);
@@ -62,38 +41,31 @@ TEST(CliqueFileReader, BadRecordsAreReportedWithFileAndLine) {
   const std::string path = dir / "cliques";
   const std::string head = "# The cliques" + kAlap + "\n";
   const std::string approximate_head = "# The cliques" + kAlap + kNegative + "\n";
-  const auto error = [&](const std::string& text, Node_numbering numbering = {}) {
-    Write_file(path, text);
-    return Error_of(path, numbering);
-  };
-  const std::string at7 = "ERROR: " + path + ", line 7: ";
-  const std::string at8 = "ERROR: " + path + ", line 8: ";
-  EXPECT_EQ(error(head + "a: a b c \n"),
-            at7 + "expected a clique number followed by \":\", found \"a:\"");
-  EXPECT_EQ(error(head + "0 a b c \n"),
-            at7 + "expected a clique number followed by \":\", found \"0\"");
-  EXPECT_EQ(error(head + "0: a b c \n2: a b d \n"),
-            at8 + "expected clique number 1 (or -1), found \"2:\"");
-  EXPECT_EQ(error(head + "0: a b c \n01: a b d \n"),
-            at8 + "expected a clique number followed by \":\", found \"01:\"");
-  EXPECT_EQ(error(approximate_head + "-0: a b c \n1: a b d \n"),
-            "ERROR: " + path +
-                ", line 9: exact clique 1 after approximate ones: the exact ones "
-                "come first");
-  EXPECT_EQ(error(head + "0: a b c \n-1: a b d \n"),
-            "ERROR: " + path +
-                ", line 5: approximate cliques follow, but the header lacks the "
-                "line \"# Negative indices indicate approximate cliques.\"");
-  EXPECT_EQ(error(approximate_head + "0: a b c \n"),
-            "ERROR: " + path +
-                ", line 6: the header announces approximate cliques, but none "
-                "follows");
   // With the nodes of the graph file known, a number in place of a name shows.
   Node_numbering graph_nodes;
-  for (const char* name : {"a", "b", "c"}) graph_nodes.Index(name);
+  for (const char* name : {"a", "b", "c", "d"}) graph_nodes.Index(name);
   graph_nodes.Lock();
-  EXPECT_EQ(error(head + "0: a b c \n1: a 17 c \n", graph_nodes),
-            at8 + "the node \"17\" does not occur in the graph file");
+  testing::Expect_errors(
+      path,
+      [&] {
+        Node_numbering numbering = graph_nodes;
+        Read_clique_file(path, numbering);
+      },
+      {{head + "a: a b c \n", ", line 7: expected a clique number followed by \":\", found \"a:\""},
+       {head + "0 a b c \n", ", line 7: expected a clique number followed by \":\", found \"0\""},
+       {head + "0: a b c \n2: a b d \n",
+        ", line 8: expected clique number 1 (or -1), found \"2:\""},
+       {head + "0: a b c \n01: a b d \n",
+        ", line 8: expected a clique number followed by \":\", found \"01:\""},
+       {approximate_head + "-0: a b c \n1: a b d \n",
+        ", line 9: exact clique 1 after approximate ones: the exact ones come first"},
+       {head + "0: a b c \n-1: a b d \n",
+        ", line 5: approximate cliques follow, but the header lacks the line \"# Negative "
+        "indices indicate approximate cliques.\""},
+       {approximate_head + "0: a b c \n",
+        ", line 6: the header announces approximate cliques, but none follows"},
+       {head + "0: a b c \n1: a 17 c \n",
+        ", line 8: the node \"17\" does not occur in the graph file"}});
 }
 
 }  // namespace

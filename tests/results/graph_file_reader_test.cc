@@ -2,8 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "driver/xerror_msg.h"
-#include "tests/support/test_dir.h"
+#include "tests/results/results_fixtures.h"
 
 namespace kcp {
 namespace {
@@ -20,53 +19,18 @@ const std::string kFixedKAlap =
     " from /d/net.txt\n# at a lower link weight threshold of 0.150000,\n# and at no upper link "
     "weight threshold.\n# Links were treated as directed.\n# No time limit was set for the "
     "clique search.\n# The communities were extracted solely at k=4\n.";
+const std::string kPlain =
+    "# The links" + kPlainAlap + "# (mutual links and self-links were removed)\n\n";
+const std::string kWeighted = "# The links" + kFixedKAlap + "# (self-links were removed)\n\n";
 
-std::string Error_of(const std::string& path) {
-  try {
-    Node_numbering numbering;
-    Read_graph_file(path, numbering);
-  } catch (const Xerror_msg& e) {
-    return e.what();
-  }
-  return "no error";
-}
-
-TEST(GraphFileReader, ReadsAnUndirectedUnweightedFile) {
+// Well-formed files of every flavour are read back byte for byte in round_trip_test.cc.
+TEST(GraphFileReader, NumbersNamesAsTheRunAndTellsWeightedRuns) {
   Test_dir dir;
-  Write_file(dir / "graph", "# The links" + kPlainAlap +
-                                "# (mutual links and self-links were removed)\n\nb a\nb c\nc "
-                                "#x\n");
-  Node_numbering numbering;
-  const GraphFile graph = Read_graph_file(dir / "graph", numbering);
-  EXPECT_FALSE(graph.directed);
-  EXPECT_FALSE(graph.weighted);
-  EXPECT_EQ(graph.alap_szoveg, kPlainAlap);
-  ASSERT_EQ(graph.links.size(), 3u);
-  EXPECT_EQ(graph.links[2].source, "c");
-  EXPECT_EQ(graph.links[2].target, "#x");
-  EXPECT_FALSE(graph.links[2].weight.has_value());
-  EXPECT_EQ(graph.link_map, (LinkMap{{{"b", "a"}, 0.0}, {{"b", "c"}, 0.0}, {{"c", "#x"}, 0.0}}));
-  // The run numbers names by first appearance in this order.
-  EXPECT_EQ(numbering.Names(), (std::vector<std::string>{"", "b", "a", "c", "#x"}));
-}
-
-TEST(GraphFileReader, ReadsADirectedWeightedFileOfAFixedKRun) {
-  Test_dir dir;
-  Write_file(dir / "directed_graph",
-             "# The links" + kFixedKAlap + "# (self-links were removed)\n\na b 0.15\nb a 2e+06\n");
-  Node_numbering numbering;
-  const GraphFile graph = Read_graph_file(dir / "directed_graph", numbering);
-  EXPECT_TRUE(graph.directed);
-  EXPECT_TRUE(graph.weighted);
-  EXPECT_EQ(graph.alap_szoveg, kFixedKAlap);
-  ASSERT_EQ(graph.links.size(), 2u);
-  EXPECT_EQ(graph.links[1].weight, 2e6);
-  EXPECT_EQ(graph.links[1].weight_text, "2e+06");
-  EXPECT_EQ(graph.link_map, (LinkMap{{{"a", "b"}, 0.15}, {{"b", "a"}, 2e6}}));
-}
-
-TEST(GraphFileReader, AnIntensityOrUpperThresholdAloneMakesTheRunWeighted) {
-  Test_dir dir;
+  Write_file(dir / "graph", kPlain + "b a\nb c\nc #x\n");
+  Node_numbering order;
+  EXPECT_FALSE(Read_graph_file(dir / "graph", order).weighted);
+  EXPECT_EQ(order.Names(), (std::vector<std::string>{"", "b", "a", "c", "#x"}));
+  // An intensity threshold, or an upper threshold of 0, alone makes the run weighted.
   for (const std::string line :
        {"# and at an upper link weight threshold of 0.000000.\n",
         "# A lower link weight intensity threshold of 0.500000 was set.\n"}) {
@@ -79,46 +43,33 @@ TEST(GraphFileReader, AnIntensityOrUpperThresholdAloneMakesTheRunWeighted) {
 
 TEST(GraphFileReader, BadFilesAreReportedWithFileAndLine) {
   Test_dir dir;
-  const std::string plain =
-      "# The links" + kPlainAlap + "# (mutual links and self-links were removed)\n\n";
-  const std::string weighted = "# The links" + kFixedKAlap + "# (self-links were removed)\n\n";
   const std::string path = dir / "graph";
-  const auto error = [&](const std::string& text) {
-    Write_file(path, text);
-    return Error_of(path);
-  };
-  EXPECT_EQ(error(plain + "a b\na b 1\n"),
-            "ERROR: " + path +
-                ", line 9: expected two node names (the run set no weight "
-                "threshold), found 3 fields");
-  EXPECT_EQ(error(weighted + "a b\n"),
-            "ERROR: " + path +
-                ", line 9: expected two node names and a weight (the run set a "
-                "weight threshold), found 2 fields");
-  EXPECT_EQ(error(weighted + "a b 1.5x\n"),
-            "ERROR: " + path +
-                ", line 9: expected a weight (a number) after the two node "
-                "names, found \"1.5x\"");
-  EXPECT_EQ(error(plain + "a b\nc d\na b\n"),
-            "ERROR: " + path + ", line 10: the link \"a b\" appears a second time");
-  EXPECT_EQ(error("# The links" + kPlainAlap + "\na b\n"),
-            "ERROR: " + path +
-                ", line 5: expected \"# (self-links were removed)\" or \"# "
-                "(mutual links and self-links were removed)\" as the last header "
-                "line");
-  EXPECT_EQ(error("# The links" + kPlainAlap + "# (mutual links and self-links were removed)\n"),
-            "ERROR: " + path + ", line 7: expected the empty line that closes the header");
-  EXPECT_EQ(error("# The cliques" + kPlainAlap),
-            "ERROR: " + path +
-                ", line 1: expected \"# The links from <input file>\" as the "
-                "first line");
-  EXPECT_EQ(error("# The links to x\n# (mutual links and self-links were removed)\n\n"),
-            "ERROR: " + path +
-                ", line 1: expected \" from \" and the input file at the start of "
-                "the run description");
-  EXPECT_EQ(error(""), "ERROR: " + path +
-                           ", line 1: expected \"# The links from <input file>\" "
-                           "as the first line (no header line found)");
+  testing::Expect_errors(
+      path,
+      [&] {
+        Node_numbering numbering;
+        Read_graph_file(path, numbering);
+      },
+      {{kPlain + "a b\na b 1\n",
+        ", line 9: expected two node names (the run set no weight threshold), found 3 fields"},
+       {kWeighted + "a b\n",
+        ", line 9: expected two node names and a weight (the run set a weight threshold), found 2 "
+        "fields"},
+       {kWeighted + "a b 1.5x\n",
+        ", line 9: expected a weight (a number) after the two node names, found \"1.5x\""},
+       {kPlain + "a b\nc d\na b\n", ", line 10: the link \"a b\" appears a second time"},
+       {"# The links" + kPlainAlap + "\na b\n",
+        ", line 5: expected \"# (self-links were removed)\" or \"# (mutual links and self-links "
+        "were removed)\" as the last header line"},
+       {"# The links" + kPlainAlap + "# (mutual links and self-links were removed)\n",
+        ", line 7: expected the empty line that closes the header"},
+       {"# The cliques" + kPlainAlap,
+        ", line 1: expected \"# The links from <input file>\" as the first line"},
+       {"# The links to x\n# (mutual links and self-links were removed)\n\n",
+        ", line 1: expected \" from \" and the input file at the start of the run description"},
+       {"",
+        ", line 1: expected \"# The links from <input file>\" as the first line (no header "
+        "line found)"}});
 }
 
 }  // namespace

@@ -5,8 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "driver/xerror_msg.h"
-#include "tests/support/test_dir.h"
+#include "tests/results/results_fixtures.h"
 
 namespace kcp {
 namespace {
@@ -28,16 +27,6 @@ std::vector<Record> All_records(Line_tokeniser& t) {
     records.push_back(r);
   }
   return records;
-}
-
-std::string Error_of(const std::string& path, const Line_tokeniser::Options& options = {}) {
-  try {
-    Line_tokeniser t(path, options);
-    All_records(t);
-  } catch (const Xerror_msg& e) {
-    return e.what();
-  }
-  return "no error";
 }
 
 TEST(LineTokeniser, YieldsHeaderThenRecordsWithTheirLineNumbers) {
@@ -110,29 +99,29 @@ TEST(LineTokeniser, ReadsLinesLongerThanAndAcrossItsBuffer) {
 
 TEST(LineTokeniser, BadFilesNameTheFileAndLine) {
   Test_dir dir;
-  EXPECT_EQ(Error_of(dir / "missing"),
-            "ERROR: " + (dir / "missing") + ": cannot open the file: No such file or directory");
-  EXPECT_EQ(Error_of(dir.path()),
-            "ERROR: " + dir.path() + ": this is a directory, not a result file");
-  Write_file(dir / "binary", std::string("# h\n\nab\0\x01\xff\n", 11));
-  EXPECT_EQ(Error_of(dir / "binary"),
-            "ERROR: " + (dir / "binary") +
-                ", line 3: binary data (a NUL byte): this is not a result file of Varnel");
-  Write_file(dir / "cut", "# h\n\n0: a b");
-  EXPECT_EQ(Error_of(dir / "cut"), "ERROR: " + (dir / "cut") +
-                                       ", line 3: the last line has no line end: the file "
-                                       "seems truncated");
-  Write_file(dir / "f", "# h\n\na\nb\n");
-  Line_tokeniser t(dir / "f");
-  t.Next_record();
-  t.Next_record();
-  try {
-    t.Fail("expected a community number followed by \":\"");
-    FAIL();
-  } catch (const Xerror_msg& e) {
-    EXPECT_EQ(std::string(e.what()),
-              "ERROR: " + (dir / "f") + ", line 4: expected a community number followed by \":\"");
+  std::string path;
+  const auto read_all = [&] {
+    Line_tokeniser t(path);
+    All_records(t);
+  };
+  for (const auto& [at, message] :
+       {std::pair{dir / "missing", ": cannot open the file: No such file or directory"},
+        std::pair{dir.path(), ": this is a directory, not a result file"}}) {
+    path = at;
+    EXPECT_EQ(testing::Error_of(read_all), "ERROR: " + path + message);
   }
+  path = dir / "f";
+  testing::Expect_errors(
+      path, read_all,
+      {{std::string("# h\n\nab\0\x01\xff\n", 11),
+        ", line 3: binary data (a NUL byte): this is not a result file of Varnel"},
+       {"# h\n\n0: a b", ", line 3: the last line has no line end: the file seems truncated"}});
+  Write_file(path, "# h\n\na\nb\n");
+  Line_tokeniser t(path);
+  t.Next_record();
+  t.Next_record();
+  EXPECT_EQ(testing::Error_of([&] { t.Fail("expected a community number followed by \":\""); }),
+            "ERROR: " + path + ", line 4: expected a community number followed by \":\"");
 }
 
 }  // namespace

@@ -1,21 +1,52 @@
-// Results directories for the tests that read results back: real ones, made by running the built
-// varnel inside a test directory, and one with approximate cliques and communities, made through
-// the run's own writers (a short time limit leaves approximate results only by chance).
+// Helpers for the tests that read results back: the message of a reader's error, and results
+// directories, real ones made by running the built varnel inside a test directory and one with
+// approximate cliques and communities made through the run's own writers (a short time limit
+// leaves approximate results only by chance).
 #pragma once
 
 #include <fcntl.h>
+#include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
 #include "cliques/clique_output.h"
 #include "communities/community_files.h"
 #include "communities/stats_files.h"
+#include "driver/xerror_msg.h"
 #include "graph/graph_output.h"
+#include "tests/support/test_dir.h"
 
 namespace kcp::testing {
+
+// The message of the error `read` throws; "no error" when it throws none.
+inline std::string Error_of(const std::function<void()>& read) {
+  try {
+    read();
+  } catch (const Xerror_msg& e) {
+    return e.what();
+  }
+  return "no error";
+}
+
+// A file's content and the message its reader must give, without the leading "ERROR: <path>".
+struct Bad_file {
+  std::string text;
+  std::string message;
+};
+
+// Writes each case to `path` and expects `read` to fail on it with "ERROR: <path>" + message.
+inline void Expect_errors(const std::string& path, const std::function<void()>& read,
+                          const std::vector<Bad_file>& cases) {
+  for (const Bad_file& c : cases) {
+    SCOPED_TRACE(c.text);
+    Write_file(path, c.text);
+    EXPECT_EQ(Error_of(read), "ERROR: " + path + c.message);
+  }
+}
 
 // Runs varnel with `args` in `workdir`, its standard output discarded; returns the exit status
 // (-1 when it did not exit normally).

@@ -7,7 +7,6 @@
 #include <functional>
 #include <set>
 
-#include "driver/xerror_msg.h"
 #include "tests/results/results_fixtures.h"
 #include "tests/support/test_dir.h"
 
@@ -15,6 +14,7 @@ namespace kcp {
 namespace {
 
 namespace fs = std::filesystem;
+using testing::Error_of;
 using testing::Read_file;
 using testing::Run_varnel;
 using testing::Test_dir;
@@ -27,15 +27,6 @@ using Pairs = std::vector<std::pair<std::string, std::string>>;
 const std::string kLinks = "a b\nb c\na c\nc d\nb d\na d\nd e\ne f\nd f\ny a\n";
 const std::string kWeightedLinks =
     "a b 0.9\nb c 0.8\na c 0.7\nc d 0.6\nb d 1\na d 2\nd e 0.1\ne f 0.3\nd f 0.4\n";
-
-std::string Error_of(const std::function<void()>& read) {
-  try {
-    read();
-  } catch (const Xerror_msg& e) {
-    return e.what();
-  }
-  return "no error";
-}
 
 const CommunityRecord* Community_with(const KResults& k, const Names& nodes) {
   for (const CommunityRecord& c : k.communities) {
@@ -205,73 +196,68 @@ TEST(RunResults, FilesThatDoNotFitTheRunAreReported) {
   Test_dir dir;
   Write_file(dir / "net.links", kLinks);
   ASSERT_EQ(Run_varnel(dir.path(), {"-i", "net.links", "-o", "out"}), 0);
+  const auto append = [](const std::string& text) {
+    return [text](const std::string& path) { Write_file(path, Read_file(path) + text); };
+  };
+  const auto replace = [](const std::string& from, const std::string& to) {
+    return [from, to](const std::string& path) {
+      std::string text = Read_file(path);
+      const std::size_t at = text.find(from);
+      ASSERT_NE(at, std::string::npos) << path;
+      Write_file(path, text.replace(at, from.size(), to));
+    };
+  };
+  struct Case {
+    std::string file;  // below the results directory
+    std::function<void(const std::string&)> change;
+    std::string message;  // after "ERROR: <path of the file>"
+  };
+  const std::vector<Case> cases = {
+      {"k=4/communities", replace("0: a b c d ", "0: a b 17 d "),
+       ", line 8: the node \"17\" does not occur in the graph file"},
+      {"k=3/communities_links", [](const std::string& path) { fs::remove(path); },
+       ": the file is missing"},
+      {"k=4/size_distribution",
+       [&](const std::string& path) {
+         Write_file(path, Read_file(dir / "out/k=3/size_distribution"));
+       },
+       ", line 1: the header names k=3, but the file lies in the directory k=4"},
+      {"k=3/graph_of_communities", append("1 5 1\n"),
+       ": community 5 is not in the communities file, which lists 2 communities (0 of them "
+       "approximate)"},
+      {"k=4/communities_links", append("a e\n"),
+       ": the link \"a e\" of community 0 joins a node that the communities file does not list "
+       "in it"},
+      {"k=4/degree_distribution", replace("net.links", "other.links"),
+       ", line 2: the run description differs from that of the graph file: this file belongs to "
+       "another run"},
+      {"k=4/communities_cliques", append("1: 7 \n"),
+       ": it lists 2 communities (0 of them approximate), but the communities file lists 1 "
+       "communities (0 of them approximate)"},
+      {"k=4/communities",
+       [](const std::string& path) {
+         fs::remove(path);
+         fs::create_directory(path);
+       },
+       ": this is a directory, not a result file"},
+      {"k=4/overlap_distribution",
+       [](const std::string& path) {
+         Write_file(path, std::string("\x7f"
+                                      "ELF\x02\x01\0\0",
+                                      8));
+       },
+       ", line 1: the last line has no line end: the file seems truncated"},
+  };
   int copies = 0;
-  // Applies `change` to a fresh copy of the run and returns the error of reading it.
-  const auto error_after = [&](const std::function<void(const std::string&)>& change) {
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.file + c.message);
+    // Each change applies to a fresh copy of the run.
     const std::string copy = dir / ("copy" + std::to_string(++copies));
     fs::copy(dir / "out", copy, fs::copy_options::recursive);
-    change(copy);
-    return Error_of([&] { Read_results_dir(copy, std::nullopt); });
-  };
-  const auto replace = [](const std::string& path, const std::string& from, const std::string& to) {
-    std::string text = Read_file(path);
-    const std::size_t at = text.find(from);
-    ASSERT_NE(at, std::string::npos) << path;
-    Write_file(path, text.replace(at, from.size(), to));
-  };
-  const std::string k4 = dir / "copy1/k=4/communities";
-  EXPECT_EQ(error_after([&](const std::string& c) {
-              replace(c + "/k=4/communities", "0: a b c d ", "0: a b 17 d ");
-            }),
-            "ERROR: " + k4 + ", line 8: the node \"17\" does not occur in the graph file");
-  EXPECT_EQ(error_after([&](const std::string& c) { fs::remove(c + "/k=3/communities_links"); }),
-            "ERROR: " + (dir / "copy2/k=3/communities_links") + ": the file is missing");
-  EXPECT_EQ(error_after([&](const std::string& c) {
-              fs::copy_file(c + "/k=3/size_distribution", c + "/k=4/size_distribution",
-                            fs::copy_options::overwrite_existing);
-            }),
-            "ERROR: " + (dir / "copy3/k=4/size_distribution") +
-                ", line 1: the header names k=3, but the file lies in the directory k=4");
-  EXPECT_EQ(error_after([&](const std::string& c) {
-              Write_file(c + "/k=3/graph_of_communities",
-                         Read_file(c + "/k=3/graph_of_communities") + "1 5 1\n");
-            }),
-            "ERROR: " + (dir / "copy4/k=3/graph_of_communities") +
-                ": community 5 is not in the communities file, which lists 2 communities (0 of "
-                "them approximate)");
-  EXPECT_EQ(error_after([&](const std::string& c) {
-              Write_file(c + "/k=4/communities_links",
-                         Read_file(c + "/k=4/communities_links") + "a e\n");
-            }),
-            "ERROR: " + (dir / "copy5/k=4/communities_links") +
-                ": the link \"a e\" of community 0 joins a node that the communities file does "
-                "not list in it");
-  EXPECT_EQ(error_after([&](const std::string& c) {
-              replace(c + "/k=4/degree_distribution", "net.links", "other.links");
-            }),
-            "ERROR: " + (dir / "copy6/k=4/degree_distribution") +
-                ", line 2: the run description differs from that of the graph file: this file "
-                "belongs to another run");
-  EXPECT_EQ(error_after([&](const std::string& c) {
-              Write_file(c + "/k=4/communities_cliques",
-                         Read_file(c + "/k=4/communities_cliques") + "1: 7 \n");
-            }),
-            "ERROR: " + (dir / "copy7/k=4/communities_cliques") +
-                ": it lists 2 communities (0 of them approximate), but the communities file "
-                "lists 1 communities (0 of them approximate)");
-  EXPECT_EQ(
-      error_after([&](const std::string& c) {
-        fs::remove(c + "/k=4/communities");
-        fs::create_directory(c + "/k=4/communities");
-      }),
-      "ERROR: " + (dir / "copy8/k=4/communities") + ": this is a directory, not a result file");
-  EXPECT_EQ(error_after([&](const std::string& c) {
-              Write_file(c + "/k=4/overlap_distribution", std::string("\x7f"
-                                                                      "ELF\x02\x01\0\0",
-                                                                      8));
-            }),
-            "ERROR: " + (dir / "copy9/k=4/overlap_distribution") +
-                ", line 1: the last line has no line end: the file seems truncated");
+    c.change(copy + "/" + c.file);
+    EXPECT_EQ(Error_of([&] { Read_results_dir(copy, std::nullopt); }),
+              "ERROR: " + copy + "/" + c.file + c.message);
+  }
 }
 
 }  // namespace

@@ -4,71 +4,52 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace kcp {
 namespace {
 
-TEST(Conversions, GRoundSendsExactHalvesUp) {
-  EXPECT_EQ(gRound(2.5), 3);
-  EXPECT_EQ(gRound(0.5), 1);
-  EXPECT_EQ(gRound(-0.5), 0);
-  EXPECT_EQ(gRound(-1.5), -1);
-  EXPECT_EQ(gRound(-2.5), -2);
-  EXPECT_EQ(gRound(3.5), 4);
-}
-
-TEST(Conversions, GRoundRoundsToNearestOtherwise) {
-  EXPECT_EQ(gRound(0.0), 0);
-  EXPECT_EQ(gRound(2.4), 2);
-  EXPECT_EQ(gRound(2.6), 3);
-  EXPECT_EQ(gRound(-0.4), 0);
-  EXPECT_EQ(gRound(-1.7), -2);
-  EXPECT_EQ(gRound(-2.2), -2);
-  EXPECT_EQ(gRound(7.0), 7);
-  EXPECT_EQ(gRound(-7.0), -7);
-}
-
-TEST(Conversions, GRoundClampsValuesBeyondInt) {
-  EXPECT_EQ(gRound(1e12), 2147483647);
-  EXPECT_EQ(gRound(-1e12), -2147483647 - 1);
-}
-
-TEST(Conversions, StringtodoubleAcceptsOneNumberWithBlanksAround) {
-  double value = -1.0;
-  EXPECT_TRUE(stringtodouble(" 3 ", value));
-  EXPECT_EQ(value, 3.0);
-  EXPECT_TRUE(stringtodouble("0.15", value));
-  EXPECT_EQ(value, 0.15);
-  EXPECT_TRUE(stringtodouble(".5", value));
-  EXPECT_EQ(value, 0.5);
-  EXPECT_TRUE(stringtodouble("1e3", value));
-  EXPECT_EQ(value, 1000.0);
-  EXPECT_TRUE(stringtodouble("-2", value));
-  EXPECT_EQ(value, -2.0);
-}
-
-TEST(Conversions, StringtodoubleRefusesAnythingElseAndKeepsTheValue) {
-  for (const std::string text : {"", " ", "abc", "1.5 2", "1.5 x", "1.5x", "x1.5"}) {
-    double value = 42.0;
-    EXPECT_FALSE(stringtodouble(text, value)) << "'" << text << "'";
-    EXPECT_EQ(value, 42.0) << "'" << text << "'";
+TEST(Conversions, GRoundSendsHalvesUpAndClampsToInt) {
+  const std::vector<std::pair<double, std::int32_t>> cases = {
+      {2.5, 3},   {0.5, 1},   {-0.5, 0},          {-1.5, -1},
+      {-2.5, -2}, {3.5, 4},   {0.0, 0},           {2.4, 2},
+      {2.6, 3},   {-0.4, 0},  {-1.7, -2},         {-2.2, -2},
+      {7.0, 7},   {-7.0, -7}, {1e12, 2147483647}, {-1e12, -2147483647 - 1}};
+  for (const auto& [input, expected] : cases) {
+    SCOPED_TRACE(input);
+    EXPECT_EQ(gRound(input), expected);
   }
 }
 
-TEST(Conversions, StringFormCopiesEveryTextAndClearsSuspicious) {
-  std::string value = "old";
-  bool suspicious = true;
-  EXPECT_TRUE(Convert_from_string("", value, suspicious));
-  EXPECT_EQ(value, "");
-  EXPECT_FALSE(suspicious);
-  EXPECT_TRUE(Convert_from_string("my dir", value, suspicious));
-  EXPECT_EQ(value, "my dir");
+TEST(Conversions, StringtodoubleAcceptsOnlyOneNumberWithBlanksAround) {
+  const std::vector<std::pair<std::string, double>> good = {
+      {" 3 ", 3.0}, {"0.15", 0.15}, {".5", 0.5}, {"1e3", 1000.0}, {"-2", -2.0}};
+  for (const auto& [text, expected] : good) {
+    SCOPED_TRACE(text);
+    double value = -1.0;
+    EXPECT_TRUE(stringtodouble(text, value));
+    EXPECT_EQ(value, expected);
+  }
+  for (const std::string text : {"", " ", "abc", "1.5 2", "1.5 x", "1.5x", "x1.5"}) {
+    SCOPED_TRACE(text);
+    double value = 42.0;
+    EXPECT_FALSE(stringtodouble(text, value));
+    EXPECT_EQ(value, 42.0);
+  }
 }
 
-TEST(Conversions, DoubleFormSetsTheValueOnlyOnSuccess) {
-  double value = 9.0;
+TEST(Conversions, StringAndDoubleFormsNeverFlagSuspicious) {
+  std::string text = "old";
   bool suspicious = true;
+  EXPECT_TRUE(Convert_from_string("", text, suspicious));
+  EXPECT_EQ(text, "");
+  EXPECT_FALSE(suspicious);
+  EXPECT_TRUE(Convert_from_string("my dir", text, suspicious));
+  EXPECT_EQ(text, "my dir");
+
+  double value = 9.0;
+  suspicious = true;
   EXPECT_TRUE(Convert_from_string("0.35", value, suspicious));
   EXPECT_EQ(value, 0.35);
   EXPECT_FALSE(suspicious);
@@ -78,167 +59,137 @@ TEST(Conversions, DoubleFormSetsTheValueOnlyOnSuccess) {
   EXPECT_FALSE(suspicious);
 }
 
-TEST(Conversions, IntFormRoundsAndFlagsFractionalLookingTexts) {
-  std::int32_t value = 0;
-  bool suspicious = true;
-  EXPECT_TRUE(Convert_from_string("7", value, suspicious));
-  EXPECT_EQ(value, 7);
-  EXPECT_FALSE(suspicious);
-  EXPECT_TRUE(Convert_from_string("2.6", value, suspicious));
-  EXPECT_EQ(value, 3);
-  EXPECT_TRUE(suspicious);
-  EXPECT_TRUE(Convert_from_string("1e2", value, suspicious));
-  EXPECT_EQ(value, 100);
-  EXPECT_TRUE(suspicious);
-  // Only a lower-case 'e' is looked for.
-  EXPECT_TRUE(Convert_from_string("1E2", value, suspicious));
-  EXPECT_EQ(value, 100);
-  EXPECT_FALSE(suspicious);
-  EXPECT_TRUE(Convert_from_string("-2.5", value, suspicious));
-  EXPECT_EQ(value, -2);
-  EXPECT_TRUE(suspicious);
+// One text converted into a whole number: accepted?, value afterwards, suspicious flag.
+template <typename T>
+struct WholeCase {
+  std::string text;
+  bool accepted;
+  T value;
+  bool suspicious;
+};
+
+template <typename T>
+void CheckWholeForm(T start, const std::vector<WholeCase<T>>& cases) {
+  T value = start;
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.text);
+    bool suspicious = !c.suspicious;
+    EXPECT_EQ(Convert_from_string(c.text, value, suspicious), c.accepted);
+    EXPECT_EQ(value, c.value);
+    EXPECT_EQ(suspicious, c.suspicious);
+  }
 }
 
-TEST(Conversions, IntFormRefusesNonNumbersAsSuspicious) {
-  std::int32_t value = 5;
-  bool suspicious = false;
-  EXPECT_FALSE(Convert_from_string("x", value, suspicious));
-  EXPECT_TRUE(suspicious);
-  EXPECT_EQ(value, 5);
+TEST(Conversions, IntFormRoundsAndFlagsFractionalLookingTexts) {
+  CheckWholeForm<std::int32_t>(0, {{"7", true, 7, false},
+                                   {"2.6", true, 3, true},
+                                   {"1e2", true, 100, true},
+                                   // Only a lower-case 'e' is looked for.
+                                   {"1E2", true, 100, false},
+                                   {"-2.5", true, -2, true},
+                                   {"x", false, -2, true}});
 }
 
 TEST(Conversions, UnsignedFormRoundsAndRefusesNegatives) {
-  std::uint32_t value = 0;
-  bool suspicious = true;
-  EXPECT_TRUE(Convert_from_string("3", value, suspicious));
-  EXPECT_EQ(value, 3u);
-  EXPECT_FALSE(suspicious);
-  EXPECT_TRUE(Convert_from_string("3.0", value, suspicious));
-  EXPECT_EQ(value, 3u);
-  EXPECT_TRUE(suspicious);
-  EXPECT_TRUE(Convert_from_string("3.5", value, suspicious));
-  EXPECT_EQ(value, 4u);
-  EXPECT_TRUE(suspicious);
-  suspicious = false;
-  EXPECT_FALSE(Convert_from_string("-1", value, suspicious));
-  EXPECT_TRUE(suspicious);
-  EXPECT_EQ(value, 4u);
-  // Refused although it would round to 0.
-  suspicious = false;
-  EXPECT_FALSE(Convert_from_string("-0.4", value, suspicious));
-  EXPECT_TRUE(suspicious);
-  EXPECT_EQ(value, 4u);
-  EXPECT_FALSE(Convert_from_string("four", value, suspicious));
-  EXPECT_EQ(value, 4u);
-}
-
-TEST(Conversions, UnsignedFormCoversTheWholeUnsignedRange) {
-  std::uint32_t value = 0;
-  bool suspicious = true;
-  EXPECT_TRUE(Convert_from_string("4294967295", value, suspicious));
-  EXPECT_EQ(value, 4294967295u);
-  EXPECT_FALSE(suspicious);
+  CheckWholeForm<std::uint32_t>(0, {{"3", true, 3u, false},
+                                    {"3.0", true, 3u, true},
+                                    {"3.5", true, 4u, true},
+                                    {"-1", false, 4u, true},
+                                    // Refused although it would round to 0.
+                                    {"-0.4", false, 4u, true},
+                                    {"four", false, 4u, true},
+                                    {"4294967295", true, 4294967295u, false}});
 }
 
 TEST(Conversions, BoolFormKnowsExactlyTwelveWords) {
-  for (const std::string word : {"yes", "Yes", "YES", "true", "True", "TRUE"}) {
-    bool value = false;
+  const std::vector<std::pair<std::string, bool>> words = {
+      {"yes", true},  {"Yes", true},    {"YES", true},    {"true", true},
+      {"True", true}, {"TRUE", true},   {"no", false},    {"No", false},
+      {"NO", false},  {"false", false}, {"False", false}, {"FALSE", false}};
+  for (const auto& [word, expected] : words) {
+    SCOPED_TRACE(word);
+    bool value = !expected;
     bool suspicious = true;
-    EXPECT_TRUE(Convert_from_string(word, value, suspicious)) << word;
-    EXPECT_TRUE(value) << word;
-    EXPECT_FALSE(suspicious) << word;
-  }
-  for (const std::string word : {"no", "No", "NO", "false", "False", "FALSE"}) {
-    bool value = true;
-    bool suspicious = true;
-    EXPECT_TRUE(Convert_from_string(word, value, suspicious)) << word;
-    EXPECT_FALSE(value) << word;
+    EXPECT_TRUE(Convert_from_string(word, value, suspicious));
+    EXPECT_EQ(value, expected);
+    EXPECT_FALSE(suspicious);
   }
   for (const std::string word : {"yEs", "1", "0", "y", "", "tRUE"}) {
+    SCOPED_TRACE(word);
     bool value = true;
     bool suspicious = true;
-    EXPECT_FALSE(Convert_from_string(word, value, suspicious)) << word;
-    EXPECT_TRUE(value) << word;
-    EXPECT_FALSE(suspicious) << word;
+    EXPECT_FALSE(Convert_from_string(word, value, suspicious));
+    EXPECT_TRUE(value);
+    EXPECT_FALSE(suspicious);
   }
-}
-
-TEST(Conversions, BitFormWritesThroughTheBitReference) {
+  // The same words written through a bit of a vector<bool>.
   std::vector<bool> bits = {false, true, false};
   bool suspicious = true;
   EXPECT_TRUE(Convert_from_string("True", bits[0], suspicious));
   EXPECT_TRUE(Convert_from_string("NO", bits[1], suspicious));
   EXPECT_FALSE(Convert_from_string("yEs", bits[2], suspicious));
   EXPECT_EQ(bits, (std::vector<bool>{true, false, false}));
-  EXPECT_FALSE(suspicious);
 }
 
 TEST(Conversions, Double2stringWritesExactlyTheAskedDecimals) {
-  EXPECT_EQ(double2string(1.0, 3), "1.000");
-  EXPECT_EQ(double2string(0.15, 3), "0.150");
-  EXPECT_EQ(double2string(1.35, 3), "1.350");
-  EXPECT_EQ(double2string(0.15327, 2), "0.15");
-  EXPECT_EQ(double2string(0.15327, 4), "0.1533");
-  EXPECT_EQ(double2string(0.05, 3), "0.050");
-  EXPECT_EQ(double2string(0.15, 6), "0.150000");
-  EXPECT_EQ(double2string(2.5, 6), "2.500000");
-  EXPECT_EQ(double2string(12.345678, 6), "12.345678");
-  EXPECT_EQ(double2string(0.0, 2), "0.00");
-  EXPECT_EQ(double2string(-1.5, 3), "-1.500");
+  struct Case {
+    double value;
+    std::uint32_t decimals;
+    std::string expected;
+  };
+  const std::vector<Case> cases = {{1.0, 3, "1.000"},
+                                   {0.15, 3, "0.150"},
+                                   {1.35, 3, "1.350"},
+                                   {0.15327, 2, "0.15"},
+                                   {0.15327, 4, "0.1533"},
+                                   {0.05, 3, "0.050"},
+                                   {0.15, 6, "0.150000"},
+                                   {2.5, 6, "2.500000"},
+                                   {12.345678, 6, "12.345678"},
+                                   {0.0, 2, "0.00"},
+                                   {-1.5, 3, "-1.500"},
+                                   // Rounded decimals carry into the whole part.
+                                   {0.9996, 3, "1.000"},
+                                   {2.9999, 2, "3.00"},
+                                   {9.99999, 1, "10.0"},
+                                   {-0.9996, 3, "-1.000"},
+                                   {-2.9999, 2, "-3.00"},
+                                   // No decimals: the fraction is dropped, not rounded.
+                                   {0.15, 0, "0"},
+                                   {2.7, 0, "2"},
+                                   {0.7, 0, "0"},
+                                   {3.0, 0, "3"},
+                                   // The sign is lost between minus one and zero.
+                                   {-0.15, 3, "0.150"},
+                                   {3e9, 1, "3000000000.0"},
+                                   {0.5, 20, "0.50000000000000000000"},
+                                   {0.25, 18, "0.250000000000000000"}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.expected);
+    EXPECT_EQ(double2string(c.value, c.decimals), c.expected);
+  }
 }
 
-TEST(Conversions, Double2stringCarriesDecimalsRoundedToAWholeUnit) {
-  EXPECT_EQ(double2string(0.9996, 3), "1.000");
-  EXPECT_EQ(double2string(2.9999, 2), "3.00");
-  EXPECT_EQ(double2string(9.99999, 1), "10.0");
-  EXPECT_EQ(double2string(-0.9996, 3), "-1.000");
-  EXPECT_EQ(double2string(-2.9999, 2), "-3.00");
-}
-
-TEST(Conversions, Double2stringWithNoDecimalsDropsTheFraction) {
-  EXPECT_EQ(double2string(0.15, 0), "0");
-  EXPECT_EQ(double2string(2.7, 0), "2");
-  EXPECT_EQ(double2string(0.7, 0), "0");
-  EXPECT_EQ(double2string(3.0, 0), "3");
-}
-
-TEST(Conversions, Double2stringLosesTheSignBetweenMinusOneAndZero) {
-  EXPECT_EQ(double2string(-0.15, 3), "0.150");
-}
-
-TEST(Conversions, Double2stringHandlesHugeValuesAndManyDecimals) {
-  EXPECT_EQ(double2string(3e9, 1), "3000000000.0");
-  EXPECT_EQ(double2string(0.5, 20), "0.50000000000000000000");
-  EXPECT_EQ(double2string(0.25, 18), "0.250000000000000000");
-}
-
-TEST(Conversions, Int2stringWritesPlainDecimal) {
+TEST(Conversions, Int2stringWritesDecimalPaddedWithLeadingZeros) {
   EXPECT_EQ(int2string(std::int32_t{-12}), "-12");
   EXPECT_EQ(int2string(std::int32_t{0}), "0");
   EXPECT_EQ(int2string(std::uint32_t{4294967295u}), "4294967295");
-}
-
-TEST(Conversions, Int2stringPadsWithLeadingZeros) {
-  const auto pad = [](std::int32_t n, std::uint32_t width) { return int2string(n, width); };
-  EXPECT_EQ(pad(0, 4), "0000");
-  EXPECT_EQ(pad(0, 0), "");
-  EXPECT_EQ(pad(7, 1), "7");
-  EXPECT_EQ(pad(5, 3), "005");
-  EXPECT_EQ(pad(10, 3), "010");
-  EXPECT_EQ(pad(99, 3), "099");
-  EXPECT_EQ(pad(100, 3), "100");
-  EXPECT_EQ(pad(1234, 3), "1234");
-  EXPECT_EQ(pad(-5, 3), "-005");
-  EXPECT_EQ(pad(-10, 3), "-010");
-  EXPECT_EQ(pad(5, 0), "5");
-  EXPECT_EQ(pad(-2147483647 - 1, 3), "-2147483648");
-}
-
-TEST(Conversions, Int2stringPadsUnsignedLikeSigned) {
-  const auto pad = [](std::uint32_t n, std::uint32_t width) { return int2string(n, width); };
-  EXPECT_EQ(pad(5, 3), "005");
-  EXPECT_EQ(pad(0, 2), "00");
-  EXPECT_EQ(pad(4294967295u, 12), "004294967295");
+  struct Case {
+    std::int32_t n;
+    std::uint32_t width;
+    std::string expected;
+  };
+  const std::vector<Case> cases = {
+      {0, 4, "0000"},  {0, 0, ""},       {7, 1, "7"},     {5, 3, "005"},
+      {10, 3, "010"},  {99, 3, "099"},   {100, 3, "100"}, {1234, 3, "1234"},
+      {-5, 3, "-005"}, {-10, 3, "-010"}, {5, 0, "5"},     {-2147483647 - 1, 3, "-2147483648"}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.expected);
+    EXPECT_EQ(int2string(c.n, c.width), c.expected);
+  }
+  EXPECT_EQ(int2string(std::uint32_t{5}, 3), "005");
+  EXPECT_EQ(int2string(std::uint32_t{0}, 2), "00");
+  EXPECT_EQ(int2string(std::uint32_t{4294967295u}, 12), "004294967295");
 }
 
 TEST(Conversions, PlusAppendsTheDecimalText) {
