@@ -81,7 +81,9 @@ std::uint32_t OverlapRows::Shared_with_marked(const Clique& other, const Clique&
 
 bool OverlapRows::Computed_row(const std::uint32_t& c, const std::vector<std::int32_t>& labels,
                                CliqueIndexList& out) {
-  if (k_ == 0 || c >= cliques_.size()) return k_ == 0 && c < cliques_.size();
+  if (c >= cliques_.size()) return false;
+  // At k = 0 the diagonal qualifies, and k - 1 wraps so that nothing is a candidate.
+  if (k_ == 0) return true;
   const Clique& clique = cliques_[c];
   const std::uint32_t size = static_cast<std::uint32_t>(clique.size());
   // The diagonal holds the clique's own size.

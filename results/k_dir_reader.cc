@@ -34,6 +34,18 @@ std::string Community_count(const std::size_t& count, const std::uint32_t& n_exa
 }
 
 // The description sits on line 1 of the k-cliques file and on line 2 of the others.
+// A file listing something per community must list as many communities, as many exact, as the
+// communities file.
+void Check_community_count(const std::string& path, const std::size_t& count,
+                           const std::uint32_t& n_exact, const CommunitiesFile& communities) {
+  if (count != communities.communities.size() || n_exact != communities.n_exact_coms) {
+    Fail_in_file(path, 0,
+                 "it lists " + Community_count(count, n_exact) +
+                     ", but the communities file lists " +
+                     Community_count(communities.communities.size(), communities.n_exact_coms));
+  }
+}
+
 void Check_frame(const std::string& path, const std::string* flag, const std::uint32_t& file_k,
                  const std::string& alap_szoveg, const std::uint64_t& description_line,
                  const std::uint32_t& k, const RunContext& run) {
@@ -66,13 +78,7 @@ void Read_links(const std::string& path, const std::uint32_t& k, const RunContex
   const std::vector<std::string>& names = run.numbering->Names();
   const CommunityLinksFile file = Read_community_links_file(path, *run.numbering);
   Check_frame(path, &file.flag, file.k, file.alap_szoveg, 2, k, run);
-  if (file.community_links.size() != communities.communities.size() ||
-      file.n_exact_coms != communities.n_exact_coms) {
-    Fail_in_file(path, 0,
-                 "it lists " + Community_count(file.community_links.size(), file.n_exact_coms) +
-                     ", but the communities file lists " +
-                     Community_count(communities.communities.size(), communities.n_exact_coms));
-  }
+  Check_community_count(path, file.community_links.size(), file.n_exact_coms, communities);
   // Member marks: member[node] holds the position of the last community that listed the node.
   std::vector<std::size_t> member(names.size(), std::numeric_limits<std::size_t>::max());
   for (std::size_t p = 0; p < file.community_links.size(); ++p) {
@@ -95,13 +101,7 @@ void Read_community_cliques(const std::string& path, const std::uint32_t& k, con
                             const CommunitiesFile& communities, KResults& result) {
   const CommunityCliquesFile file = Read_community_cliques_file(path);
   Check_frame(path, &file.flag, file.k, file.alap_szoveg, 2, k, run);
-  if (file.community_cliques.size() != communities.communities.size() ||
-      file.n_exact_coms != communities.n_exact_coms) {
-    Fail_in_file(path, 0,
-                 "it lists " + Community_count(file.community_cliques.size(), file.n_exact_coms) +
-                     ", but the communities file lists " +
-                     Community_count(communities.communities.size(), communities.n_exact_coms));
-  }
+  Check_community_count(path, file.community_cliques.size(), file.n_exact_coms, communities);
   for (std::size_t p = 0; p < file.community_cliques.size(); ++p) {
     const bool approximate = p >= file.n_exact_coms;
     const std::string community = (approximate ? "-" : "") + std::to_string(p);
