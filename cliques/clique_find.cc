@@ -181,6 +181,16 @@ KnownCliques Known_cliques_of(const Vtx& record) {
   return known;
 }
 
+KnownCliques Known_cliques_of(const NodeIndex& v, const CliqueList& cliques,
+                              const NodeCliqueMap& node_cliques) {
+  KnownCliques known;
+  if (v >= node_cliques.cliques_of_node.size()) return known;
+  const auto& held = node_cliques.cliques_of_node[v];
+  known.reserve(held.size());
+  for (const std::uint32_t c : held) known.push_back(cliques[c]);
+  return known;
+}
+
 namespace {
 
 // Recurrent_inc_investigator with the nodes outside C ∪ {x} ∪ P that are linked to all of C
@@ -237,8 +247,9 @@ void Clique_find_main_inv(const NodeIndex& v, VtxMap& working, VtxMap& vertices,
   // The depth-first search of Recurrent_inc_investigator registers exactly these cliques in
   // exactly this order (node_cliques.h); finding them with a pivoting search keeps dense
   // neighbourhoods from costing exponential time.
-  for (const NodeList& clique : Node_cliques_in_order(v, working, vertices)) {
-    Iktatjuk_az_uj_math_cliquet(cliques, clique, vertices, overlaps, node_cliques);
+  for (const NodeList& clique :
+       Node_cliques_in_order(v, working, vertices, cliques, node_cliques)) {
+    Iktatjuk_az_uj_math_cliquet(cliques, clique, vertices, overlaps, node_cliques, false);
   }
   Vtx& own = working.find(v)->second;
   const NodeList N(own.Neighs_c().begin(), own.Neighs_c().end());

@@ -30,6 +30,9 @@ using kcp::NodeCliqueMap;
 
 // Known for the node of `record`: its incremental neighbour sets, each with the node put back in.
 KnownCliques Known_cliques_of(const Vtx& record);
+// Known for node v: the registered cliques that hold it, in registration order.
+KnownCliques Known_cliques_of(const NodeIndex& v, const CliqueList& cliques,
+                              const NodeCliqueMap& node_cliques);
 
 // Finds and registers the cliques that hold v among the nodes left in `working`, then unlinks v
 // there (the caller erases it).
@@ -79,14 +82,17 @@ void Adjust_inc_neighs(VertexMap& vertices, const Members& K) {
   }
 }
 
-// Registers K (ascending) as the next clique: its overlap row, its incremental neighbour sets,
-// and its place at the end of `cliques`.
+// Registers K (ascending) as the next clique: its overlap row, its node memberships and its
+// place at the end of `cliques`. The exact searches read the cliques known to hold a node from
+// the memberships; the time-limited searches, which hand a node's record from attempt to
+// attempt, also want its incremental neighbour sets (record_incremental).
 template <typename VertexMap, typename Members>
 void Iktatjuk_az_uj_math_cliquet(CliqueList& cliques, const Members& K, VertexMap& vertices,
-                                 OverlapMatrix& overlaps, NodeCliqueMap& node_cliques) {
+                                 OverlapMatrix& overlaps, NodeCliqueMap& node_cliques,
+                                 const bool& record_incremental = true) {
   Clique clique(K.begin(), K.end());
   Add_clique_overlaps(overlaps, node_cliques, clique, static_cast<std::uint32_t>(cliques.size()));
-  Adjust_inc_neighs(vertices, clique);
+  if (record_incremental) Adjust_inc_neighs(vertices, clique);
   cliques.push_back(std::move(clique));
 }
 

@@ -687,7 +687,7 @@ void Main_inc_dir_investigator(const NodeIndex& v, VtxdMap& working, VtxdMap& ve
                                NodeCliqueMap& node_cliques, const std::size_t& plain_steps) {
   const NodeSet& neighs = Working_record(working, v).Neighs_c();
   const NodeList N(neighs.begin(), neighs.end());
-  KnownCliques known = Clique_find_sub_routines::Known_cliques_of(Full_record(vertices, v));
+  KnownCliques known = Clique_find_sub_routines::Known_cliques_of(v, cliques, node_cliques);
   FoundCliques found;
   Dir_search plain{working, vertices, known, found, plain_steps};
   Walk_node(v, plain);
@@ -710,7 +710,7 @@ void Main_inc_dir_investigator(const NodeIndex& v, VtxdMap& working, VtxdMap& ve
   }
   for (const Clique& clique : in_order) {
     Clique_find_sub_routines::Iktatjuk_az_uj_math_cliquet(cliques, clique, vertices, overlaps,
-                                                          node_cliques);
+                                                          node_cliques, false);
   }
 
   Vtxd& unlinked = working.find(v)->second;

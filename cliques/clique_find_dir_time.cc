@@ -15,8 +15,8 @@ namespace Clique_find_dir_sub_routines {
 
 namespace {
 
+using Clique_find_time_sub_routines::Attempt_timer;
 using Clique_find_time_sub_routines::Indexed_known;
-using Clique_find_time_sub_routines::Time_exceeded;
 
 const Vtxd& Working_record(const VtxdMap& working, const NodeIndex& x) {
   const auto record = working.find(x);
@@ -59,8 +59,7 @@ std::size_t Extensions_left(const GapList& gaps, const std::size_t& from) {
 
 void Recurrent_inc_inv_dir_time(GapList& gaps, const VtxdMap& working, const VtxdMap& /*vertices*/,
                                 Indexed_known& known, const long double& t0, FoundCliques& found,
-                                const double& max_time, bool& exceeded,
-                                const ProcessorClock& processor_clock) {
+                                const double& max_time, bool& exceeded, Attempt_timer& timer) {
   NodeList S;
   if (!Enter(gaps, known, found, S)) return;
   // The recursion, one frame per member inserted, walked in the order of the nested calls; the
@@ -83,7 +82,7 @@ void Recurrent_inc_inv_dir_time(GapList& gaps, const VtxdMap& working, const Vtx
         // A known clique holds all the list can reach, so each further call would return at
         // once; only the clock readings in front of those calls remain, and they are kept.
         for (std::size_t left = Extensions_left(list, top.gap); left > 0; --left) {
-          if (Time_exceeded(t0, max_time, processor_clock)) {
+          if (timer.Exceeded(t0, max_time)) {
             exceeded = true;
             return;
           }
@@ -92,7 +91,7 @@ void Recurrent_inc_inv_dir_time(GapList& gaps, const VtxdMap& working, const Vtx
         continue;
       }
     }
-    if (Time_exceeded(t0, max_time, processor_clock)) {
+    if (timer.Exceeded(t0, max_time)) {
       exceeded = true;
       return;
     }
@@ -110,7 +109,7 @@ void Recurrent_inc_inv_dir_time(GapList& gaps, const VtxdMap& working, const Vtx
 
 void Main_inc_dir_inv_time(const NodeIndex& v, VtxdMap& working, const VtxdMap& vertices,
                            const long double& t0, FoundCliques& found, const double& max_time,
-                           bool& exceeded, const ProcessorClock& processor_clock) {
+                           bool& exceeded, Attempt_timer& timer) {
   const Vtxd& own = Working_record(working, v);
   const NodeList N(own.Neighs_c().begin(), own.Neighs_c().end());
   const auto record = vertices.find(v);
@@ -158,7 +157,7 @@ void Main_inc_dir_inv_time(const NodeIndex& v, VtxdMap& working, const VtxdMap& 
           GapList R2 = Tighten_dir(R, at_f, at_f->candidates.front(), working);
           Take_first_candidate(R[f]);
           Recurrent_inc_inv_dir_time(R2, working, vertices, known, t0, found, max_time, exceeded,
-                                     processor_clock);
+                                     timer);
         }
         if (done) break;
       }
@@ -176,8 +175,7 @@ void Main_inc_dir_inv_time(const NodeIndex& v, VtxdMap& working, const VtxdMap& 
 }  // namespace Clique_find_dir_sub_routines
 
 void Clique_find_dir_time(CliqueList& cliques, OverlapMatrix& overlaps, VtxdMap& vertices,
-                          VtxdMap& core, const double& max_time,
-                          const ProcessorClock& processor_clock) {
+                          VtxdMap& core, const double& max_time, const SearchClock& search_clock) {
   using namespace Clique_find_dir_sub_routines;
   using namespace Clique_find_time_sub_routines;
   using namespace Clique_find_report_sub_routines;
@@ -196,6 +194,7 @@ void Clique_find_dir_time(CliqueList& cliques, OverlapMatrix& overlaps, VtxdMap&
   std::uint32_t skipped = 0;
   bool go_on = true;
   FoundCliques found;
+  Attempt_timer timer(search_clock);
   while (!queue.empty() && go_on) {
     const NodeIndex v = queue.front();
     queue.pop_front();
@@ -203,10 +202,10 @@ void Clique_find_dir_time(CliqueList& cliques, OverlapMatrix& overlaps, VtxdMap&
     Report_progress(header, "nodes", static_cast<std::uint32_t>(working.size()), total, block);
     Print_text(block.str());
 
-    const long double t0 = Processor_seconds(processor_clock);
+    const long double t0 = timer.Start();
     found.clear();
     bool exceeded = false;
-    Main_inc_dir_inv_time(v, working, vertices, t0, found, max_time, exceeded, processor_clock);
+    Main_inc_dir_inv_time(v, working, vertices, t0, found, max_time, exceeded, timer);
     if (exceeded) {
       go_on = Requeue_hard_node(v, skipped, working.size(), queue, "directed cliques");
       for (const auto& [key, clique] : found) pending.insert(clique);

@@ -13,7 +13,7 @@ namespace kcp {
 
 void Clique_find_dir_time(CliqueList& cliques, OverlapMatrix& overlaps, VtxdMap& vertices,
                           VtxdMap& core, const double& max_time,
-                          const ProcessorClock& processor_clock = Processor_clock);
+                          const SearchClock& search_clock = SearchClock());
 
 namespace Clique_find_dir_sub_routines {
 
@@ -21,14 +21,15 @@ namespace Clique_find_dir_sub_routines {
 // only when the attempt finished in time.
 void Main_inc_dir_inv_time(const NodeIndex& v, VtxdMap& working, const VtxdMap& vertices,
                            const long double& t0, FoundCliques& found, const double& max_time,
-                           bool& exceeded, const ProcessorClock& processor_clock);
+                           bool& exceeded, Clique_find_time_sub_routines::Attempt_timer& timer);
 
 // Recurrent_inc_inv_dir reading the clock before every further extension and stopping at once,
 // exceeded set, past the limit.
 void Recurrent_inc_inv_dir_time(GapList& gaps, const VtxdMap& working, const VtxdMap& vertices,
                                 Clique_find_time_sub_routines::Indexed_known& known,
                                 const long double& t0, FoundCliques& found, const double& max_time,
-                                bool& exceeded, const ProcessorClock& processor_clock);
+                                bool& exceeded,
+                                Clique_find_time_sub_routines::Attempt_timer& timer);
 
 }  // namespace Clique_find_dir_sub_routines
 

@@ -1,7 +1,10 @@
 #include "cliques/clique_find_time.h"
 
+#include <time.h>
+
 #include <algorithm>
 #include <iomanip>
+#include <limits>
 #include <sstream>
 #include <utility>
 
@@ -14,6 +17,18 @@ namespace kcp {
 std::clock_t Processor_clock() {
   return std::clock();
 }
+
+double Monotonic_clock() {
+  timespec now{};
+  // Called by its C name, so that a clock put in front of the C library's is the one read.
+  if (::clock_gettime(CLOCK_MONOTONIC, &now) != 0) return std::numeric_limits<double>::quiet_NaN();
+  return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
+}
+
+SearchClock::SearchClock() : processor(Processor_clock), monotonic(Monotonic_clock) {}
+
+SearchClock::SearchClock(ProcessorClock processor_clock, MonotonicClock monotonic_clock)
+    : processor(std::move(processor_clock)), monotonic(std::move(monotonic_clock)) {}
 
 namespace Clique_find_time_sub_routines {
 
@@ -135,6 +150,28 @@ bool Time_exceeded(const long double& t0, const double& max_time,
   return now - t0 > max_time;
 }
 
+long double Attempt_timer::Start() {
+  // The real time is measured from before t0 is read, so it spans all the processor time that any
+  // later reading can count from t0.
+  if (clock_.monotonic) wall_start_ = clock_.monotonic();
+  return Processor_seconds(clock_.processor);
+}
+
+bool Attempt_timer::Exceeded(const long double& t0, const double& max_time) {
+  if (clock_.monotonic) {
+    // A processor reading taken now would show at most the real time since wall_start_, plus up
+    // to 1 us because clock() truncates t0 to whole microseconds, plus what the scheduler's clock
+    // gained on the monotonic one, which the kernel lets a time daemon slew by at most 500 ppm.
+    // Keeping 10 us and a thousandth of the limit clear of it covers all three with room to
+    // spare (doubles of seconds since boot are exact to well under a microsecond), so the reading
+    // below is skipped only when it could not exceed the limit. NaN, an unreadable clock, never
+    // compares below and so never skips.
+    const double real = clock_.monotonic() - wall_start_;
+    if (real < max_time - max_time * 1e-3 - 1e-5) return false;
+  }
+  return Time_exceeded(t0, max_time, clock_.processor);
+}
+
 std::string Time_limited_header(const std::string& start, const double& max_time) {
   std::ostringstream header;
   header << start << std::fixed << std::setprecision(3) << max_time << ':';
@@ -145,7 +182,7 @@ void Recurrent_tp_investigator(const NodeIndex& x, const VtxMap& working,
                                const VtxMap& /*vertices*/, NodeList C, std::span<const NodeIndex> P,
                                Indexed_known& known, const NodeIndex& /*v*/, const long double& t0,
                                NodeResult& node_result, const double& max_time, bool& exceeded,
-                               const ProcessorClock& processor_clock) {
+                               Attempt_timer& timer) {
   // The recursion, one frame per member added, walked in the order of the nested calls.
   std::vector<Frame> stack(1);
   if (!Enter(x, working, std::move(C), P, known, node_result, stack.back())) return;
@@ -161,7 +198,7 @@ void Recurrent_tp_investigator(const NodeIndex& x, const VtxMap& working,
         // A known clique holds C and every candidate left, so each further call would return at
         // once; only the clock readings in front of those calls remain, and they are kept.
         for (std::size_t left = top.T.size() - top.next; left > 0; --left) {
-          if (Time_exceeded(t0, max_time, processor_clock)) {
+          if (timer.Exceeded(t0, max_time)) {
             exceeded = true;
             return;
           }
@@ -170,7 +207,7 @@ void Recurrent_tp_investigator(const NodeIndex& x, const VtxMap& working,
         continue;
       }
     }
-    if (Time_exceeded(t0, max_time, processor_clock)) {
+    if (timer.Exceeded(t0, max_time)) {
       exceeded = true;
       return;
     }
@@ -185,7 +222,7 @@ void Recurrent_tp_investigator(const NodeIndex& x, const VtxMap& working,
 
 void Clique_find_main_time_part(const NodeIndex& v, VtxMap& working, const VtxMap& vertices,
                                 const long double& t0, const double& max_time, bool& exceeded,
-                                NodeResult& node_result, const ProcessorClock& processor_clock) {
+                                NodeResult& node_result, Attempt_timer& timer) {
   const NodeSet& neighs = Working_neighs(working, v);
   const NodeList N(neighs.begin(), neighs.end());
   const auto record = vertices.find(v);
@@ -219,7 +256,7 @@ void Clique_find_main_time_part(const NodeIndex& v, VtxMap& working, const VtxMa
         if (!known.Mehet_tovabb(C, candidates.subspan(i))) break;
       }
       Recurrent_tp_investigator(T[i], working, vertices, C, candidates.subspan(i + 1), known, v, t0,
-                                node_result, max_time, exceeded, processor_clock);
+                                node_result, max_time, exceeded, timer);
     }
   }
   // A node given up keeps its links for its next attempt.
@@ -259,8 +296,7 @@ void Register_pending(const PendingCliques& pending, CliqueList& cliques, VtxdMa
 }  // namespace Clique_find_time_sub_routines
 
 void Clique_find_part_time(CliqueList& cliques, OverlapMatrix& overlaps, VtxMap& vertices,
-                           VtxMap& core, const double& max_time,
-                           const ProcessorClock& processor_clock) {
+                           VtxMap& core, const double& max_time, const SearchClock& search_clock) {
   using namespace Clique_find_time_sub_routines;
   using namespace Clique_find_report_sub_routines;
   cliques.clear();
@@ -278,6 +314,7 @@ void Clique_find_part_time(CliqueList& cliques, OverlapMatrix& overlaps, VtxMap&
   std::uint32_t skipped = 0;
   bool go_on = true;
   NodeResult node_result;
+  Attempt_timer timer(search_clock);
   while (!queue.empty() && go_on) {
     const NodeIndex v = queue.front();
     queue.pop_front();
@@ -285,11 +322,10 @@ void Clique_find_part_time(CliqueList& cliques, OverlapMatrix& overlaps, VtxMap&
     Report_progress(header, "nodes", static_cast<std::uint32_t>(working.size()), total, block);
     Print_text(block.str());
 
-    const long double t0 = Processor_seconds(processor_clock);
+    const long double t0 = timer.Start();
     node_result.clear();
     bool exceeded = false;
-    Clique_find_main_time_part(v, working, vertices, t0, max_time, exceeded, node_result,
-                               processor_clock);
+    Clique_find_main_time_part(v, working, vertices, t0, max_time, exceeded, node_result, timer);
     if (exceeded) {
       go_on = Requeue_hard_node(v, skipped, working.size(), queue, "cliques");
       pending.insert(node_result.begin(), node_result.end());

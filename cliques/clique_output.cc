@@ -1,12 +1,13 @@
 #include "cliques/clique_output.h"
 
 #include "fsutil/result_file.h"
+#include "graph/output_tables.h"
 
 namespace kcp {
 
 namespace {
 
-void Write_members(Result_file& file, const Clique& clique, NameMap& names) {
+void Write_members(Result_file& file, const Clique& clique, const NameTable& names) {
   for (const NodeIndex m : clique) file << names[m] << ' ';
   file << '\n';
 }
@@ -16,6 +17,7 @@ void Write_members(Result_file& file, const Clique& clique, NameMap& names) {
 void Kiir_cliques_VN(const std::string& dir, const CliqueList& cliques, NameMap& names,
                      const std::uint32_t& n_exact, const std::string& flag,
                      const std::string& alap_szoveg) {
+  const NameTable table(names);
   // An intensity run shares the plain clique file: its cliques are those of the undirected search.
   const std::string kind = flag == "intensity" ? std::string() : flag;
   Result_file file(dir, (kind.empty() ? std::string() : kind + "_") + "cliques");
@@ -25,11 +27,11 @@ void Kiir_cliques_VN(const std::string& dir, const CliqueList& cliques, NameMap&
   std::size_t i = 0;
   for (; i < n_exact && i < cliques.size(); ++i) {
     file << i << ": ";
-    Write_members(file, cliques[i], names);
+    Write_members(file, cliques[i], table);
   }
   for (; i < cliques.size(); ++i) {
     file << '-' << i << ": ";
-    Write_members(file, cliques[i], names);
+    Write_members(file, cliques[i], table);
   }
   file.Close();
 }

@@ -35,8 +35,7 @@ void Approximate_core(const CoreMap& core, CliqueList& cliques, OverlapMatrix& o
 
 void Find_cliques(const bool& time_limited, const bool& directed, CliqueList& cliques,
                   OverlapMatrix& overlaps, VtxdMap& directed_vertices, VtxMap& vertices,
-                  std::uint32_t& n_exact, const double& max_time,
-                  const ProcessorClock& processor_clock) {
+                  std::uint32_t& n_exact, const double& max_time, const SearchClock& search_clock) {
   if (!time_limited) {
     if (directed) {
       Clique_find_dir(cliques, overlaps, directed_vertices);
@@ -48,12 +47,12 @@ void Find_cliques(const bool& time_limited, const bool& directed, CliqueList& cl
   }
   if (directed) {
     VtxdMap core;
-    Clique_find_dir_time(cliques, overlaps, directed_vertices, core, max_time, processor_clock);
+    Clique_find_dir_time(cliques, overlaps, directed_vertices, core, max_time, search_clock);
     n_exact = static_cast<std::uint32_t>(cliques.size());
     if (!core.empty()) Approximate_core(core, cliques, overlaps, n_exact);
   } else {
     VtxMap core;
-    Clique_find_part_time(cliques, overlaps, vertices, core, max_time, processor_clock);
+    Clique_find_part_time(cliques, overlaps, vertices, core, max_time, search_clock);
     n_exact = static_cast<std::uint32_t>(cliques.size());
     if (!core.empty()) Approximate_core(core, cliques, overlaps, n_exact);
   }

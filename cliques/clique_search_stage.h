@@ -13,10 +13,10 @@
 
 namespace kcp {
 
-// max_time is read only when time_limited. processor_clock stands in for clock() in tests.
+// max_time is read only when time_limited. search_clock stands in for the real clocks in tests.
 void Find_cliques(const bool& time_limited, const bool& directed, CliqueList& cliques,
                   OverlapMatrix& overlaps, VtxdMap& directed_vertices, VtxMap& vertices,
                   std::uint32_t& n_exact, const double& max_time,
-                  const ProcessorClock& processor_clock = Processor_clock);
+                  const SearchClock& search_clock = SearchClock());
 
 }  // namespace kcp

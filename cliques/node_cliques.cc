@@ -75,17 +75,21 @@ struct Frame {
 }  // namespace
 
 std::vector<NodeList> Node_cliques_in_order(const NodeIndex& v, const VtxMap& working,
-                                            const VtxMap& vertices) {
+                                            const VtxMap& vertices, const CliqueList& cliques,
+                                            const NodeCliqueMap& node_cliques) {
   const NodeSet& open = Record(working, v).Neighs_c();
   const NodeSet& all = Record(vertices, v).Neighs_c();
   std::vector<NodeList> found;
   if (open.size() < 2) return found;
 
   // When one registered clique holds every unprocessed neighbour, no new clique is left here.
-  for (const NodeSet& known : Record(vertices, v).Inc_neighs_c()) {
-    if (known.size() >= open.size() &&
-        std::includes(known.begin(), known.end(), open.begin(), open.end())) {
-      return found;
+  if (v < node_cliques.cliques_of_node.size()) {
+    for (const std::uint32_t c : node_cliques.cliques_of_node[v]) {
+      const Clique& known = cliques[c];
+      if (known.size() > open.size() &&
+          std::includes(known.begin(), known.end(), open.begin(), open.end())) {
+        return found;
+      }
     }
   }
 

@@ -9,14 +9,17 @@
 
 #include <vector>
 
+#include "cliques/overlap_matrix.h"
 #include "driver/types.h"
 #include "graph/vertex_map.h"
 
 namespace kcp {
 
 // `working` holds the unprocessed nodes with their links among themselves, `vertices` the whole
-// graph; v must be in both. Each clique is returned ascending, v included.
+// graph; v must be in both. `cliques` and `node_cliques` are the cliques registered so far and
+// their members. Each clique is returned ascending, v included.
 std::vector<NodeList> Node_cliques_in_order(const NodeIndex& v, const VtxMap& working,
-                                            const VtxMap& vertices);
+                                            const VtxMap& vertices, const CliqueList& cliques,
+                                            const NodeCliqueMap& node_cliques);
 
 }  // namespace kcp

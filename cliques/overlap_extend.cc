@@ -7,6 +7,18 @@
 
 namespace kcp {
 
+namespace {
+
+// Writes a pair's count into one side. A count below `least` is written only over an entry
+// already there: such a count is never read by percolation, but the entry it replaces, left over
+// from an exact clique the approximation dropped, would be.
+void Write_shared(OverlapRow& row, const std::uint32_t& clique, const std::uint32_t& shared,
+                  const std::uint32_t& least) {
+  if (shared >= least || Overlap_of(row, clique) != 0) Set_overlap(row, clique, shared);
+}
+
+}  // namespace
+
 void Extend_ovlp_matr(OverlapMatrix& overlaps, const CliqueList& cliques,
                       const std::uint32_t& n_exact) {
   const std::uint32_t count = static_cast<std::uint32_t>(cliques.size());
@@ -34,7 +46,7 @@ void Extend_ovlp_matr(OverlapMatrix& overlaps, const CliqueList& cliques,
     }
   }
 
-  // An empty intersection writes nothing; a pair below min_shared is not stored either.
+  // An empty intersection writes nothing; a new entry below min_shared is not stored either.
   const std::uint32_t least = std::max<std::uint32_t>(overlaps.min_shared, 1);
   std::vector<std::uint32_t> shared(count, 0);
   std::vector<std::uint32_t> touched;
@@ -55,10 +67,8 @@ void Extend_ovlp_matr(OverlapMatrix& overlaps, const CliqueList& cliques,
         Set_overlap(overlaps.rows[i], i, static_cast<std::uint32_t>(cliques[i].size()));
         diagonal_written = true;
       }
-      if (shared[j] >= least) {
-        Set_overlap(overlaps.rows[j], i, shared[j]);
-        Set_overlap(overlaps.rows[i], j, shared[j]);
-      }
+      Write_shared(overlaps.rows[j], i, shared[j], least);
+      Write_shared(overlaps.rows[i], j, shared[j], least);
       shared[j] = 0;
     }
     if (!diagonal_written) {

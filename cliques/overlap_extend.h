@@ -1,8 +1,9 @@
 // Adds the approximate cliques cliques[n_exact, size) to the overlap matrix: one new row per
 // approximate clique, its size on the diagonal, and on both sides the count of nodes it shares
-// with every other clique when that count reaches overlaps.min_shared. Rows are addressed by
-// position in the merged list; rows already present are kept as they are, so the matrix may hold
-// more rows than there are cliques. Rows stay sorted by clique position.
+// with every other clique when that count reaches overlaps.min_shared or an entry is already
+// stored there, which the count then replaces whatever its size. Rows are addressed by position
+// in the merged list; rows already present are kept otherwise, so the matrix may hold more rows
+// than there are cliques. Rows stay sorted by clique position.
 #pragma once
 
 #include <cstdint>

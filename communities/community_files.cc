@@ -1,6 +1,7 @@
 #include "communities/community_files.h"
 
 #include <cstddef>
+#include <span>
 
 #include "fsutil/result_file.h"
 #include "text/conversions.h"
@@ -34,6 +35,12 @@ std::string K_dir(const std::string& dir, const std::uint32_t& k) {
 void Kiir_coms_VN(const CommunityList& communities, const std::string& dir, const std::uint32_t& k,
                   NameMap& names, const std::uint32_t& n_exact_coms, const std::string& flag,
                   const std::string& alap_szoveg) {
+  Kiir_coms_VN(communities, dir, k, NameTable(names), n_exact_coms, flag, alap_szoveg);
+}
+
+void Kiir_coms_VN(const CommunityList& communities, const std::string& dir, const std::uint32_t& k,
+                  const NameTable& names, const std::uint32_t& n_exact_coms,
+                  const std::string& flag, const std::string& alap_szoveg) {
   Result_file file(K_dir(dir, k), Flag_file(flag, "communities"));
   file << "# The " << Flag_word(flag) << "communities at k=" << k << '\n';
   file << '#' << alap_szoveg;
@@ -54,14 +61,34 @@ void Kiir_com_links_VN(const CommunityLinkLists& community_links, const std::str
                        const std::uint32_t& k, NameMap& names, const std::uint32_t& n_exact_coms,
                        const std::string& flag, const std::string& alap_szoveg,
                        const IndexLinkMap& links) {
+  Kiir_com_links_VN(community_links, dir, k, OutputTables(names, links), n_exact_coms, flag,
+                    alap_szoveg);
+}
+
+void Kiir_com_links_VN(const CommunityLinkLists& community_links, const std::string& dir,
+                       const std::uint32_t& k, const OutputTables& tables,
+                       const std::uint32_t& n_exact_coms, const std::string& flag,
+                       const std::string& alap_szoveg) {
+  const NameTable& names = tables.names;
   Result_file file(K_dir(dir, k), Flag_file(flag, "communities_links"));
   file << "# The links inside the " << Flag_word(flag) << "communities at k=" << k << '\n';
   file << '#' << alap_szoveg << '\n';
   for (std::size_t p = 0; p < community_links.size(); ++p) {
     Put_position(file, p, n_exact_coms);
     file << ":\n";
+    // Links ascend by their smaller node, then the larger: the targets of one smaller node are
+    // merged with its links rather than searched for each.
+    std::span<const NodeIndex> targets;
+    NodeIndex from = 0;
+    std::size_t at = 0;
     for (const Link& link : community_links[p]) {
-      if (links.find(link) != links.end()) {
+      if (at == 0 || link.first != from) {
+        from = link.first;
+        targets = tables.links.Targets(from);
+        at = 1;
+      }
+      while (at <= targets.size() && targets[at - 1] < link.second) ++at;
+      if (at <= targets.size() && targets[at - 1] == link.second) {
         file << names[link.first] << ' ' << names[link.second] << '\n';
       } else {
         file << names[link.second] << ' ' << names[link.first] << '\n';

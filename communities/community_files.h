@@ -10,6 +10,7 @@
 
 #include "communities/percolation.h"
 #include "driver/types.h"
+#include "graph/output_tables.h"
 
 namespace kcp {
 
@@ -19,12 +20,19 @@ std::string K_dir(const std::string& dir, const std::uint32_t& k);
 void Kiir_coms_VN(const CommunityList& communities, const std::string& dir, const std::uint32_t& k,
                   NameMap& names, const std::uint32_t& n_exact_coms, const std::string& flag,
                   const std::string& alap_szoveg);
+void Kiir_coms_VN(const CommunityList& communities, const std::string& dir, const std::uint32_t& k,
+                  const NameTable& names, const std::uint32_t& n_exact_coms,
+                  const std::string& flag, const std::string& alap_szoveg);
 
 // Each link is written in the direction in which the IndexLinkMap holds it.
 void Kiir_com_links_VN(const CommunityLinkLists& community_links, const std::string& dir,
                        const std::uint32_t& k, NameMap& names, const std::uint32_t& n_exact_coms,
                        const std::string& flag, const std::string& alap_szoveg,
                        const IndexLinkMap& links);
+void Kiir_com_links_VN(const CommunityLinkLists& community_links, const std::string& dir,
+                       const std::uint32_t& k, const OutputTables& tables,
+                       const std::uint32_t& n_exact_coms, const std::string& flag,
+                       const std::string& alap_szoveg);
 
 // Clique indices at or above n_exact get a "-", but only in approximate communities.
 void Kiir_coms_cliques_VN(const CommunityCliqueLists& community_cliques, const std::string& dir,

@@ -85,6 +85,16 @@ void Find_coms(const std::uint32_t& k, const CliqueList& cliques, const OverlapM
                const std::string& alap_szoveg, const std::string& dir, NameMap& names,
                const std::uint32_t& node_count, const bool& intensity_flag, const double& intensity,
                const IndexLinkMap& links, const std::uint32_t& largest_clique_size) {
+  Find_coms(k, cliques, overlaps, n_exact, flag, alap_szoveg, dir, names, node_count,
+            intensity_flag, intensity, links, largest_clique_size, OutputTables(names, links));
+}
+
+void Find_coms(const std::uint32_t& k, const CliqueList& cliques, const OverlapMatrix& overlaps,
+               const std::uint32_t& n_exact, const std::string& flag,
+               const std::string& alap_szoveg, const std::string& dir, NameMap& names,
+               const std::uint32_t& node_count, const bool& intensity_flag, const double& intensity,
+               const IndexLinkMap& links, const std::uint32_t& largest_clique_size,
+               const OutputTables& tables) {
   CommunityList communities;
   CommunityCliqueLists community_cliques;
   CommunityLinkLists community_links;
@@ -104,11 +114,11 @@ void Find_coms(const std::uint32_t& k, const CliqueList& cliques, const OverlapM
 
   // Three m's, kept deliberately.
   Print_line(" Writing commmunities to disk...");
-  Kiir_coms_VN(communities, dir, k, names, n_exact_coms, flag, alap_szoveg);
+  Kiir_coms_VN(communities, dir, k, tables.names, n_exact_coms, flag, alap_szoveg);
   if (!intensity_flag) {
     Kiir_coms_cliques_VN(community_cliques, dir, k, n_exact_coms, n_exact, flag, alap_szoveg);
   }
-  Kiir_com_links_VN(community_links, dir, k, names, n_exact_coms, flag, alap_szoveg, links);
+  Kiir_com_links_VN(community_links, dir, k, tables, n_exact_coms, flag, alap_szoveg);
   Print_line(" done.");
 
   {

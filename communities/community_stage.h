@@ -10,6 +10,7 @@
 #include <string>
 
 #include "driver/types.h"
+#include "graph/output_tables.h"
 
 namespace kcp {
 
@@ -18,6 +19,13 @@ void Find_coms(const std::uint32_t& k, const CliqueList& cliques, const OverlapM
                const std::string& alap_szoveg, const std::string& dir, NameMap& names,
                const std::uint32_t& node_count, const bool& intensity_flag, const double& intensity,
                const IndexLinkMap& links, const std::uint32_t& largest_clique_size);
+// The same with the writers' look-up tables built once for every k of a run.
+void Find_coms(const std::uint32_t& k, const CliqueList& cliques, const OverlapMatrix& overlaps,
+               const std::uint32_t& n_exact, const std::string& flag,
+               const std::string& alap_szoveg, const std::string& dir, NameMap& names,
+               const std::uint32_t& node_count, const bool& intensity_flag, const double& intensity,
+               const IndexLinkMap& links, const std::uint32_t& largest_clique_size,
+               const OutputTables& tables);
 
 namespace Coms_report_sub {
 

@@ -6,25 +6,149 @@
 
 namespace kcp {
 
+namespace {
+
+// Beyond this many nodes in its pair prefix a clique is listed under single nodes: its pairs
+// would outnumber the cliques it can meet.
+constexpr std::size_t kLongPrefix = 48;
+
+bool Is_free(const std::vector<std::int32_t>& labels, const std::uint32_t& clique) {
+  return clique >= labels.size() || labels[clique] < 0;
+}
+
+}  // namespace
+
+void OverlapRows::KeyedLists::Build(std::vector<std::uint64_t> entries,
+                                    std::vector<std::uint32_t> first_begin) {
+  const std::size_t nodes = first_begin.empty() ? 0 : first_begin.size() - 1;
+  first_keys_.assign(nodes + 1, 0);
+  second_.clear();
+  begin_.clear();
+  end_.clear();
+  cliques_.resize(entries.size());
+  for (std::size_t u = 0; u < nodes; ++u) {
+    first_keys_[u] = static_cast<std::uint32_t>(second_.size());
+    const auto from = entries.begin() + first_begin[u];
+    const auto to = entries.begin() + first_begin[u + 1];
+    std::sort(from, to);
+    for (auto e = from; e != to; ++e) {
+      const auto second = static_cast<NodeIndex>(*e >> 32);
+      const auto at = static_cast<std::uint32_t>(e - entries.begin());
+      if (e == from || second != second_.back()) {
+        second_.push_back(second);
+        begin_.push_back(at);
+        end_.push_back(at);
+      }
+      cliques_[at] = static_cast<std::uint32_t>(*e);
+      ++end_.back();
+    }
+  }
+  first_keys_[nodes] = static_cast<std::uint32_t>(second_.size());
+}
+
+template <typename Visit>
+void OverlapRows::KeyedLists::Walk(const NodeIndex& first, const NodeIndex& second, Visit&& visit) {
+  if (first + std::size_t{1} >= first_keys_.size()) return;
+  const auto from = second_.begin() + first_keys_[first];
+  const auto to = second_.begin() + first_keys_[first + 1];
+  const auto key = std::lower_bound(from, to, second);
+  if (key == to || *key != second) return;
+  const auto id = static_cast<std::size_t>(key - second_.begin());
+  std::uint32_t& end = end_[id];
+  for (std::uint32_t p = begin_[id]; p < end;) {
+    // visit returns false for a clique labelled for good, which the list then forgets (the
+    // order within a list does not matter: rows are sorted).
+    if (visit(cliques_[p])) {
+      ++p;
+    } else {
+      cliques_[p] = cliques_[--end];
+    }
+  }
+}
+
 OverlapRows::OverlapRows(const CliqueList& cliques, const OverlapMatrix& overlaps,
                          const std::uint32_t& k)
     : cliques_(cliques), overlaps_(overlaps), k_(k), need_(k - 1), least_(std::max(k - 1, 1u)) {
   if (!overlaps_.on_demand || k_ == 0) return;
-  // Two passes, so that every list is allocated once at its final size.
+  Build_index();
+}
+
+bool OverlapRows::Long_prefix(const std::size_t& size) const {
+  // Cliques sharing one or two nodes need not share a pair of their prefixes' nodes.
+  return least_ < 3 || size - least_ + 2 > kLongPrefix;
+}
+
+void OverlapRows::Prefix(const Clique& clique, const std::size_t& length,
+                         std::vector<NodeIndex>& out) const {
+  out.assign(clique.begin(), clique.end());
+  const auto by_rank = [&](const NodeIndex& a, const NodeIndex& b) { return rank_[a] < rank_[b]; };
+  if (length < out.size()) {
+    std::nth_element(out.begin(), out.begin() + static_cast<std::ptrdiff_t>(length), out.end(),
+                     by_rank);
+    out.resize(length);
+  }
+  std::sort(out.begin(), out.end(), by_rank);
+}
+
+void OverlapRows::Build_index() {
   std::size_t nodes = 0;
   for (const Clique& clique : cliques_) {
     if (!clique.empty()) nodes = std::max<std::size_t>(nodes, std::size_t{clique.back()} + 1);
   }
-  std::vector<std::uint32_t> counts(nodes, 0);
+  // Only the nodes of the cliques taking part are ranked: on a network with many values of k,
+  // a k with few large cliques then costs what those cliques hold.
+  std::vector<std::uint32_t> holders(nodes, 0);
+  std::vector<NodeIndex> order;
+  bool any_long = false;
+  bool any_short = false;
   for (const Clique& clique : cliques_) {
     if (clique.size() < least_) continue;
-    for (const NodeIndex& v : clique) ++counts[v];
+    any_long = any_long || Long_prefix(clique.size());
+    any_short = any_short || !Long_prefix(clique.size());
+    for (const NodeIndex& v : clique) {
+      if (holders[v]++ == 0) order.push_back(v);
+    }
   }
-  holders_.resize(nodes);
-  for (std::size_t v = 0; v < nodes; ++v) holders_[v].reserve(counts[v]);
-  for (std::uint32_t j = 0; j < cliques_.size(); ++j) {
-    if (cliques_[j].size() < least_) continue;
-    for (const NodeIndex& v : cliques_[j]) holders_[v].push_back(j);
+  std::sort(order.begin(), order.end(), [&](const NodeIndex& a, const NodeIndex& b) {
+    return holders[a] != holders[b] ? holders[a] < holders[b] : a < b;
+  });
+  rank_.assign(nodes, 0);
+  for (std::size_t r = 0; r < order.size(); ++r) rank_[order[r]] = static_cast<std::uint32_t>(r);
+
+  // Each list family is filled in two passes over the cliques: count per first node, then place.
+  const auto build = [&](KeyedLists& lists, const auto& wanted, const std::size_t& extra,
+                         const bool& pairs) {
+    std::vector<std::uint32_t> begin(nodes + 1, 0);
+    const auto each_entry = [&](const auto& put) {
+      for (std::uint32_t j = 0; j < cliques_.size(); ++j) {
+        const Clique& clique = cliques_[j];
+        if (clique.size() < least_ || !wanted(clique.size())) continue;
+        Prefix(clique, clique.size() - least_ + extra, prefix_);
+        for (std::size_t a = 0; a < prefix_.size(); ++a) {
+          if (!pairs) {
+            put(prefix_[a], KeyedLists::kNone, j);
+            continue;
+          }
+          for (std::size_t b = a + 1; b < prefix_.size(); ++b) put(prefix_[a], prefix_[b], j);
+        }
+      }
+    };
+    each_entry([&](const NodeIndex& u, const NodeIndex&, const std::uint32_t&) { ++begin[u + 1]; });
+    for (std::size_t u = 0; u < nodes; ++u) begin[u + 1] += begin[u];
+    std::vector<std::uint64_t> entries(begin[nodes]);
+    std::vector<std::uint32_t> next(begin.begin(), begin.end() - 1);
+    each_entry([&](const NodeIndex& u, const NodeIndex& v, const std::uint32_t& j) {
+      entries[next[u]++] = (std::uint64_t{v} << 32) | j;
+    });
+    lists.Build(std::move(entries), std::move(begin));
+  };
+  const auto is_short = [&](const std::size_t& size) { return !Long_prefix(size); };
+  const auto is_long = [&](const std::size_t& size) { return Long_prefix(size); };
+  const auto every = [](const std::size_t&) { return true; };
+  if (any_short) build(by_pair_, is_short, 2, true);
+  if (any_long) {
+    if (any_short) build(long_by_node_, is_long, 1, false);
+    build(all_by_node_, every, 1, false);
   }
   node_stamp_.assign(nodes, 0);
   clique_stamp_.assign(cliques_.size(), 0);
@@ -55,30 +179,6 @@ bool OverlapRows::Stored_row(const std::uint32_t& c, const std::vector<std::int3
   return qualifies;
 }
 
-namespace {
-
-bool Is_free(const std::vector<std::int32_t>& labels, const std::uint32_t& clique) {
-  return clique >= labels.size() || labels[clique] < 0;
-}
-
-}  // namespace
-
-std::uint32_t OverlapRows::Shared_with_marked(const Clique& other, const Clique& marked,
-                                              const std::uint32_t& enough) const {
-  std::uint32_t shared = 0;
-  // Walk the smaller side: a large approximate clique is searched rather than walked.
-  if (other.size() <= 8 * marked.size()) {
-    for (const NodeIndex& v : other) {
-      if (node_stamp_[v] == stamp_ && ++shared >= enough) break;
-    }
-  } else {
-    for (const NodeIndex& v : marked) {
-      if (std::binary_search(other.begin(), other.end(), v) && ++shared >= enough) break;
-    }
-  }
-  return shared;
-}
-
 bool OverlapRows::Computed_row(const std::uint32_t& c, const std::vector<std::int32_t>& labels,
                                CliqueIndexList& out) {
   if (c >= cliques_.size()) return false;
@@ -99,32 +199,32 @@ bool OverlapRows::Computed_row(const std::uint32_t& c, const std::vector<std::in
   for (const NodeIndex& v : clique) node_stamp_[v] = stamp_;
   clique_stamp_[c] = stamp_;
 
-  // A clique sharing at least least_ of the clique's nodes holds one of any size - least_ + 1
-  // of them: the nodes held by the fewest cliques are walked.
-  by_length_.clear();
-  for (const NodeIndex& v : clique) by_length_.emplace_back(holders_[v].size(), v);
-  const std::size_t walked = size - least_ + 1;
-  if (walked < by_length_.size()) {
-    std::nth_element(by_length_.begin(), by_length_.begin() + walked, by_length_.end());
-  }
   const std::uint32_t enough = std::max(k_, least_);
-  for (std::size_t w = 0; w < walked; ++w) {
-    std::vector<std::uint32_t>& holders = holders_[by_length_[w].second];
-    for (std::size_t p = 0; p < holders.size();) {
-      const std::uint32_t j = holders[p];
-      if (!Is_free(labels, j)) {
-        // Labelled for good: forget it (the order of a list does not matter).
-        holders[p] = holders.back();
-        holders.pop_back();
-        continue;
-      }
-      ++p;
-      if (clique_stamp_[j] == stamp_) continue;
-      clique_stamp_[j] = stamp_;
-      const std::uint32_t shared = Shared_with_marked(cliques_[j], clique, enough);
-      if (shared >= k_) qualifies = true;
-      if (shared >= least_) out.push_back(j);
+  const auto visit = [&](const std::uint32_t& j) {
+    if (!Is_free(labels, j)) return false;
+    if (clique_stamp_[j] == stamp_) return true;
+    clique_stamp_[j] = stamp_;
+    std::uint32_t shared = 0;
+    for (const NodeIndex& v : cliques_[j]) {
+      if (node_stamp_[v] == stamp_ && ++shared >= enough) break;
     }
+    if (shared >= k_) qualifies = true;
+    if (shared >= least_) out.push_back(j);
+    return true;
+  };
+  if (Long_prefix(size)) {
+    Prefix(clique, size - least_ + 1, prefix_);
+    for (const NodeIndex& u : prefix_) all_by_node_.Walk(u, KeyedLists::kNone, visit);
+  } else {
+    Prefix(clique, size - least_ + 2, prefix_);
+    for (std::size_t a = 0; a < prefix_.size(); ++a) {
+      for (std::size_t b = a + 1; b < prefix_.size(); ++b)
+        by_pair_.Walk(prefix_[a], prefix_[b], visit);
+    }
+    // Only the long-prefix cliques are listed here; the prefix of length size - least_ + 1 is
+    // the one two cliques sharing least_ nodes must meet in.
+    prefix_.resize(size - least_ + 1);
+    for (const NodeIndex& u : prefix_) long_by_node_.Walk(u, KeyedLists::kNone, visit);
   }
   std::sort(out.begin(), out.end());
   return qualifies;

@@ -1,9 +1,16 @@
 // The rows of the clique overlap matrix as percolation at one k reads them: for clique c, the
 // cliques sharing at least k - 1 of its nodes, in ascending order of position. A stored matrix
 // is walked as stored. A matrix kept on demand stores nothing; its rows are computed from the
-// clique list through an index node -> cliques of at least max(k - 1, 1) nodes, and labelled
-// cliques are never returned (percolation reads no labelled clique of a symmetric matrix), which
-// also lets the index forget them as they are met.
+// clique list, and labelled cliques are never returned (percolation reads no labelled clique of
+// a symmetric matrix), which also lets the index forget them as they are met.
+//
+// The index of the computed rows is a prefix filter. Nodes are ranked by how many cliques of at
+// least t = max(k - 1, 1) nodes hold them, rarest first. Two cliques sharing t nodes share one of
+// the first |c| - t + 1 nodes of each (its prefix), and two of the first |c| - t + 2: cliques are
+// listed under the node pairs of their prefix, so that a row walks only cliques that share two
+// rare nodes with it. A clique whose prefix is long (a few very large cliques) is listed under its
+// single prefix nodes instead, and walks the lists of single nodes; so is every clique when
+// t < 3, since cliques sharing fewer than two nodes need not share a pair.
 #pragma once
 
 #include <cstdint>
@@ -29,23 +36,45 @@ class OverlapRows {
            CliqueIndexList& out);
 
  private:
+  // Lists of cliques keyed by a node (second = kNone) or by a node pair (first ranked first).
+  // Lists keep only their live part: a labelled clique is swapped out of the list it is met in.
+  class KeyedLists {
+   public:
+    static constexpr NodeIndex kNone = 0xffffffffu;
+    void Build(std::vector<std::uint64_t> entries_by_first, std::vector<std::uint32_t> first_begin);
+    template <typename Visit>
+    void Walk(const NodeIndex& first, const NodeIndex& second, Visit&& visit);
+
+   private:
+    std::vector<std::uint32_t> first_keys_;  // node -> its first key; size nodes + 1
+    std::vector<NodeIndex> second_;          // key -> second node
+    std::vector<std::uint32_t> begin_;       // key -> first entry
+    std::vector<std::uint32_t> end_;         // key -> one past its last live entry
+    std::vector<std::uint32_t> cliques_;     // the entries
+  };
+
   bool Stored_row(const std::uint32_t& c, const std::vector<std::int32_t>& labels,
                   const bool& free_only, CliqueIndexList& out) const;
   bool Computed_row(const std::uint32_t& c, const std::vector<std::int32_t>& labels,
                     CliqueIndexList& out);
-  std::uint32_t Shared_with_marked(const Clique& other, const Clique& marked,
-                                   const std::uint32_t& enough) const;
+  void Build_index();
+  // The first `length` members of the clique in rank order.
+  void Prefix(const Clique& clique, const std::size_t& length, std::vector<NodeIndex>& out) const;
+  bool Long_prefix(const std::size_t& size) const;
 
   const CliqueList& cliques_;
   const OverlapMatrix& overlaps_;
   std::uint32_t k_;
-  std::uint32_t need_;   // k - 1, unsigned: wraps at k = 0 so that nothing qualifies
-  std::uint32_t least_;  // max(need_, 1): pairs without a shared node have no entry
-  std::vector<std::vector<std::uint32_t>> holders_;  // node -> free cliques of >= least_ nodes
-  std::vector<std::uint32_t> node_stamp_;            // node -> stamp of the row marking it
-  std::vector<std::uint32_t> clique_stamp_;          // clique -> stamp of the row that saw it
+  std::uint32_t need_;               // k - 1, unsigned: wraps at k = 0 so that nothing qualifies
+  std::uint32_t least_;              // max(need_, 1): pairs without a shared node have no entry
+  std::vector<std::uint32_t> rank_;  // node -> rank, rarest first
+  KeyedLists by_pair_;               // cliques with a short prefix, under its node pairs
+  KeyedLists long_by_node_;          // cliques with a long prefix, under its nodes
+  KeyedLists all_by_node_;           // every clique, under its nodes (walked by long prefixes)
+  std::vector<std::uint32_t> node_stamp_;    // node -> stamp of the row marking it
+  std::vector<std::uint32_t> clique_stamp_;  // clique -> stamp of the row that saw it
   std::uint32_t stamp_ = 0;
-  std::vector<std::pair<std::size_t, NodeIndex>> by_length_;
+  std::vector<NodeIndex> prefix_;
 };
 
 }  // namespace kcp

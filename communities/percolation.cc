@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <utility>
 
+#include "communities/community_assembly.h"
+
 namespace kcp {
 
 namespace Coms_from_appr_cl_ovlp_sub {
@@ -18,31 +20,22 @@ std::int32_t& Label(CliqueLabels& labels, const std::uint32_t& clique) {
   return labels[clique];
 }
 
-// Labels clique m with the community, lists it, marks the community approximate for an
-// approximate clique, and tallies its nodes and links.
+// Labels clique m with the community, lists it, and marks the community approximate for an
+// approximate clique. After the approximation the matrix may hold more rows than the list holds
+// cliques. A row without a clique in the list is a clique without nodes: it is labelled and
+// listed like any other member (its index is at or above n_exact, so the community is
+// approximate), but it adds no node and no link (community_assembly.h).
 void Take_clique(const std::uint32_t& m, const std::int32_t& counter, CliqueLabels& labels,
-                 NodeTally& node_tally, LinkTally& link_tally, const CliqueList& cliques,
                  CliqueIndexList& members, bool& approximate, const std::uint32_t& n_exact) {
   Label(labels, m) = counter;
   members.push_back(m);
   if (m >= n_exact) approximate = true;
-  // After the approximation the matrix may hold more rows than the list holds cliques. A row
-  // without a clique in the list is a clique without nodes: it is labelled and listed like any
-  // other member (its index is at or above n_exact, so the community is approximate), but it
-  // adds no node and no link.
-  if (m >= cliques.size()) return;
-  const Clique& clique = cliques[m];
-  for (auto a = clique.begin(); a != clique.end(); ++a) {
-    node_tally.push_back(*a);
-    for (auto b = a + 1; b != clique.end(); ++b) link_tally.emplace_back(*a, *b);
-  }
 }
 
 }  // namespace
 
 void Look_for_new_com(OverlapRows& rows, const std::uint32_t& seed, std::int32_t& counter,
-                      CliqueLabels& labels, NodeTally& node_tally, LinkTally& link_tally,
-                      const CliqueList& cliques, CliqueIndexList& members, bool& approximate,
+                      CliqueLabels& labels, CliqueIndexList& members, bool& approximate,
                       const std::uint32_t& n_exact) {
   if (seed >= rows.Row_count()) return;
   CliqueIndexList candidates;
@@ -51,17 +44,15 @@ void Look_for_new_com(OverlapRows& rows, const std::uint32_t& seed, std::int32_t
   if (!qualifies) return;
   ++counter;
   for (const std::uint32_t& j : candidates) {
-    Take_clique(j, counter, labels, node_tally, link_tally, cliques, members, approximate, n_exact);
+    Take_clique(j, counter, labels, members, approximate, n_exact);
   }
   for (const std::uint32_t& j : candidates) {
-    Extend_com(j, rows, counter, labels, node_tally, link_tally, cliques, members, approximate,
-               n_exact);
+    Extend_com(j, rows, counter, labels, members, approximate, n_exact);
   }
 }
 
 void Extend_com(const std::uint32_t& clique, OverlapRows& rows, const std::int32_t& counter,
-                CliqueLabels& labels, NodeTally& node_tally, LinkTally& link_tally,
-                const CliqueList& cliques, CliqueIndexList& members, bool& approximate,
+                CliqueLabels& labels, CliqueIndexList& members, bool& approximate,
                 const std::uint32_t& n_exact) {
   // The depth-first growth: each frame is one level of the recursion, holding the candidates
   // that level took (all labelled before any of them grows) and the next one to grow. The
@@ -80,8 +71,7 @@ void Extend_com(const std::uint32_t& clique, OverlapRows& rows, const std::int32
     rows.Row(c, labels, true, row);
     pending.insert(pending.end(), row.begin(), row.end());
     for (std::size_t p = begin; p < pending.size(); ++p) {
-      Take_clique(pending[p], counter, labels, node_tally, link_tally, cliques, members,
-                  approximate, n_exact);
+      Take_clique(pending[p], counter, labels, members, approximate, n_exact);
     }
     frames.push_back(Frame{begin, begin, pending.size()});
   };
@@ -101,20 +91,18 @@ void Extend_com(const std::uint32_t& clique, OverlapRows& rows, const std::int32
 
 void Look_for_new_com(const OverlapMatrix& overlaps, const std::uint32_t& seed,
                       const std::uint32_t& k, std::int32_t& counter, CliqueLabels& labels,
-                      NodeTally& node_tally, LinkTally& link_tally, const CliqueList& cliques,
-                      CliqueIndexList& members, bool& approximate, const std::uint32_t& n_exact) {
+                      const CliqueList& cliques, CliqueIndexList& members, bool& approximate,
+                      const std::uint32_t& n_exact) {
   OverlapRows rows(cliques, overlaps, k);
-  Look_for_new_com(rows, seed, counter, labels, node_tally, link_tally, cliques, members,
-                   approximate, n_exact);
+  Look_for_new_com(rows, seed, counter, labels, members, approximate, n_exact);
 }
 
 void Extend_com(const std::uint32_t& clique, const OverlapMatrix& overlaps,
                 const std::int32_t& counter, CliqueLabels& labels, const std::uint32_t& k,
-                NodeTally& node_tally, LinkTally& link_tally, const CliqueList& cliques,
-                CliqueIndexList& members, bool& approximate, const std::uint32_t& n_exact) {
+                const CliqueList& cliques, CliqueIndexList& members, bool& approximate,
+                const std::uint32_t& n_exact) {
   OverlapRows rows(cliques, overlaps, k);
-  Extend_com(clique, rows, counter, labels, node_tally, link_tally, cliques, members, approximate,
-             n_exact);
+  Extend_com(clique, rows, counter, labels, members, approximate, n_exact);
 }
 
 }  // namespace Coms_from_appr_cl_ovlp_sub
@@ -138,34 +126,30 @@ void Coms_from_appr_ovlp_matr(CommunityList& communities, CommunityLinkLists& co
   CommunityLinkLists appr_links;
   CommunityCliqueLists appr_cliques;
 
-  NodeTally node_tally;
-  LinkTally link_tally;
+  CommunityAssembly assembly;
+  NodeList nodes;
+  LinkList links;
   CliqueIndexList members;
   for (std::size_t i = 0; i < rows; ++i) {
-    node_tally.clear();
-    link_tally.clear();
     members.clear();
     bool approximate = false;
     // A row beyond the clique list has no clique, hence no nodes: it never seeds a community.
     const std::size_t size = i < cliques.size() ? cliques[i].size() : 0;
     if (labels[i] < 0 && size >= k) {
-      Look_for_new_com(overlap_rows, static_cast<std::uint32_t>(i), counter, labels, node_tally,
-                       link_tally, cliques, members, approximate, n_exact);
+      Look_for_new_com(overlap_rows, static_cast<std::uint32_t>(i), counter, labels, members,
+                       approximate, n_exact);
     }
-    if (node_tally.empty()) continue;
-
-    std::sort(node_tally.begin(), node_tally.end());
-    node_tally.erase(std::unique(node_tally.begin(), node_tally.end()), node_tally.end());
-    std::sort(link_tally.begin(), link_tally.end());
-    link_tally.erase(std::unique(link_tally.begin(), link_tally.end()), link_tally.end());
+    if (members.empty()) continue;
+    assembly.Assemble(members, cliques, nodes, links);
+    if (nodes.empty()) continue;
     if (approximate) {
-      appr_communities.emplace_back(std::move(node_tally));
-      appr_links.emplace_back(std::move(link_tally));
-      appr_cliques.emplace_back(std::move(members));
+      appr_communities.push_back(nodes);
+      appr_links.push_back(links);
+      appr_cliques.push_back(members);
     } else {
-      communities.emplace_back(std::move(node_tally));
-      community_links.emplace_back(std::move(link_tally));
-      community_cliques.emplace_back(std::move(members));
+      communities.push_back(nodes);
+      community_links.push_back(links);
+      community_cliques.push_back(members);
     }
   }
 

@@ -28,36 +28,29 @@ namespace Coms_from_appr_cl_ovlp_sub {
 
 // Clique labels, one per overlap-matrix row: -1 while free, else the community number.
 using CliqueLabels = std::vector<std::int32_t>;
-// The nodes of the member cliques, one entry per (clique, node): the count of a node is the number
-// of its occurrences. Only the distinct values reach the outputs, so it is kept unsorted.
-using NodeTally = std::vector<NodeIndex>;
-// The same for the links (smaller, larger) of the member cliques.
-using LinkTally = std::vector<Link>;
 
 // Opens community counter + 1 at `seed` when its row holds an entry >= k: every entry of the row
-// sharing >= k - 1 nodes (the seed included) is labelled, listed and tallied, then grown in order.
+// sharing >= k - 1 nodes (the seed included) is labelled and listed, then grown in order.
 // A row without an entry >= k changes nothing.
 void Look_for_new_com(const OverlapMatrix& overlaps, const std::uint32_t& seed,
                       const std::uint32_t& k, std::int32_t& counter, CliqueLabels& labels,
-                      NodeTally& node_tally, LinkTally& link_tally, const CliqueList& cliques,
-                      CliqueIndexList& members, bool& approximate, const std::uint32_t& n_exact);
+                      const CliqueList& cliques, CliqueIndexList& members, bool& approximate,
+                      const std::uint32_t& n_exact);
 
 // Takes into community `counter`, depth first, every free clique reachable from `clique` through
 // entries sharing >= k - 1 nodes. Uses an explicit stack, so its depth is not bounded by the
 // call stack; the labelling order is that of the plain recursion.
 void Extend_com(const std::uint32_t& clique, const OverlapMatrix& overlaps,
                 const std::int32_t& counter, CliqueLabels& labels, const std::uint32_t& k,
-                NodeTally& node_tally, LinkTally& link_tally, const CliqueList& cliques,
-                CliqueIndexList& members, bool& approximate, const std::uint32_t& n_exact);
+                const CliqueList& cliques, CliqueIndexList& members, bool& approximate,
+                const std::uint32_t& n_exact);
 
 // The same two steps over rows already set up for k, as the main loop uses them.
 void Look_for_new_com(OverlapRows& rows, const std::uint32_t& seed, std::int32_t& counter,
-                      CliqueLabels& labels, NodeTally& node_tally, LinkTally& link_tally,
-                      const CliqueList& cliques, CliqueIndexList& members, bool& approximate,
+                      CliqueLabels& labels, CliqueIndexList& members, bool& approximate,
                       const std::uint32_t& n_exact);
 void Extend_com(const std::uint32_t& clique, OverlapRows& rows, const std::int32_t& counter,
-                CliqueLabels& labels, NodeTally& node_tally, LinkTally& link_tally,
-                const CliqueList& cliques, CliqueIndexList& members, bool& approximate,
+                CliqueLabels& labels, CliqueIndexList& members, bool& approximate,
                 const std::uint32_t& n_exact);
 
 }  // namespace Coms_from_appr_cl_ovlp_sub

@@ -95,13 +95,14 @@ void Run_stages(int argc, char** argv) {
   Print_line(" done.");
 
   const std::uint32_t largest = Max_clique_size_in_cl_vec(cliques);
+  const OutputTables tables(names, index_links);
   if (fixed_k_flag) {
     Find_coms(fixed_k, cliques, overlaps, n_exact, com_flag, alap_szoveg, out_dir, names,
-              vertex_count, intensity_flag, intensity, index_links, largest);
+              vertex_count, intensity_flag, intensity, index_links, largest, tables);
   } else {
     for (std::uint32_t k = largest; k > 2; --k) {
       Find_coms(k, cliques, overlaps, n_exact, com_flag, alap_szoveg, out_dir, names, vertex_count,
-                intensity_flag, intensity, index_links, largest);
+                intensity_flag, intensity, index_links, largest, tables);
     }
   }
   Print_banner();

@@ -27,6 +27,13 @@ void Result_file::Open() {
   out_.rdbuf()->pubsetbuf(buffer_.get(), kBufferSize);
   out_.open(path_, std::ios::out | std::ios::trunc | std::ios::binary);
   opened_ = out_.is_open();
+  staged_.reserve(kStageLimit + 4096);
+}
+
+void Result_file::Hand_over() {
+  if (opened_ && !staged_.empty())
+    out_.write(staged_.data(), static_cast<std::streamsize>(staged_.size()));
+  staged_.clear();
 }
 
 void Result_file::Close() {
@@ -34,6 +41,7 @@ void Result_file::Close() {
   closed_ = true;
   if (!opened_) return;
   errno = 0;
+  Hand_over();
   out_.flush();
   const bool ok = out_.good();
   const int error = errno;
@@ -47,7 +55,10 @@ void Result_file::Close() {
 Result_file::~Result_file() {
   // Close() reports write errors; a destructor must not throw, so an unclosed file (the stack
   // is already unwinding from another error) is closed quietly.
-  if (!closed_ && opened_) out_.close();
+  if (!closed_ && opened_) {
+    Hand_over();
+    out_.close();
+  }
 }
 
 }  // namespace kcp

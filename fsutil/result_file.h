@@ -5,9 +5,12 @@
 // disk, say) throws Xerror_msg naming the file, so no result is ever lost without a word.
 #pragma once
 
+#include <charconv>
 #include <fstream>
 #include <memory>
 #include <string>
+#include <string_view>
+#include <type_traits>
 
 namespace kcp {
 
@@ -21,18 +24,45 @@ class Result_file {
   Result_file& operator=(const Result_file&) = delete;
   ~Result_file();
 
-  std::ostream& out() { return out_; }
+  // The stream behind the file, for what the appenders below do not format; what they staged
+  // is handed to it first, so the two may be mixed.
+  std::ostream& out() {
+    Hand_over();
+    return out_;
+  }
+  // Text and integers are formatted into a staging buffer that reaches the stream in large
+  // blocks; anything else goes through the stream's own formatting.
+  Result_file& operator<<(std::string_view text) {
+    staged_.append(text);
+    if (staged_.size() >= kStageLimit) Hand_over();
+    return *this;
+  }
+  Result_file& operator<<(const char* text) { return *this << std::string_view(text); }
+  Result_file& operator<<(const std::string& text) { return *this << std::string_view(text); }
+  Result_file& operator<<(char c) {
+    staged_.push_back(c);
+    return *this;
+  }
   template <typename T>
   Result_file& operator<<(const T& value) {
-    out_ << value;
-    return *this;
+    if constexpr (std::is_integral_v<T> && !std::is_same_v<T, bool>) {
+      char digits[24];
+      const auto end = std::to_chars(digits, digits + sizeof digits, value).ptr;
+      return *this << std::string_view(digits, static_cast<std::size_t>(end - digits));
+    } else {
+      out() << value;
+      return *this;
+    }
   }
   // Flushes and closes; throws when an opened file could not be written completely.
   void Close();
 
  private:
   void Open();
+  void Hand_over();
 
+  static constexpr std::size_t kStageLimit = std::size_t{1} << 20;
+  std::string staged_;
   std::string path_;
   std::unique_ptr<char[]> buffer_;
   std::ofstream out_;

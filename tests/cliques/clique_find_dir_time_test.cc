@@ -4,6 +4,7 @@
 
 #include <initializer_list>
 #include <memory>
+#include <random>
 #include <set>
 #include <string>
 #include <utility>
@@ -41,7 +42,7 @@ struct Timed_result {
 };
 
 Timed_result Timed_search(const IndexLinkMap& links, const double& max_time,
-                          const ProcessorClock& clock) {
+                          const SearchClock& clock) {
   Timed_result r;
   Dir_vtx_map_from_link_map(r.vertices, links);
   r.core[99] = Vtxd(99);  // replaced by the search
@@ -86,13 +87,89 @@ TEST(CliqueFindDirTime, LimitNoNodeReachesGivesTheExactResultAndTheNote) {
       }
       ASSERT_EQ(timed.cliques, exact.cliques) << "seed " << seed;
       ASSERT_EQ(timed.overlaps.rows, exact.overlaps.rows) << "seed " << seed;
-      for (const auto& [node, vtx] : exact.vertices) {
-        ASSERT_EQ(timed.vertices.at(node).Inc_neighs_c(), vtx.Inc_neighs_c()) << "seed " << seed;
+      for (const auto& [node, vtx] : timed.vertices) {
+        ASSERT_EQ(vtx.Inc_neighs_c(), testing::Inc_neighs_of(exact.cliques, node))
+            << "seed " << seed;
       }
       ASSERT_TRUE(timed.core.empty());
       ASSERT_TRUE(Lines_starting(timed.printed, {" Exceeded"}).empty());
     }
   }
+}
+
+struct Reading_count {
+  int processor = 0;
+  int monotonic = 0;
+};
+
+// A processor clock that gains a whole second at a random half of its readings (seeded).
+ProcessorClock Dice_clock(const std::uint32_t& seed, const std::shared_ptr<Reading_count>& count) {
+  auto ticks = std::make_shared<std::clock_t>(0);
+  auto random = std::make_shared<std::mt19937>(seed);
+  return [ticks, random, count]() {
+    ++count->processor;
+    if ((*random)() % 2 == 0) *ticks += 1000000;
+    return *ticks;
+  };
+}
+
+void Expect_same_search(const Timed_result& a, const Timed_result& b, const std::uint32_t& seed) {
+  ASSERT_EQ(a.printed, b.printed) << "seed " << seed;
+  ASSERT_EQ(a.cliques, b.cliques) << "seed " << seed;
+  ASSERT_EQ(a.overlaps.rows, b.overlaps.rows) << "seed " << seed;
+  ASSERT_EQ(a.core.size(), b.core.size()) << "seed " << seed;
+  for (const auto& [node, vtx] : a.core) {
+    ASSERT_EQ(vtx.Oneighs_c(), b.core.at(node).Oneighs_c()) << "seed " << seed;
+    ASSERT_EQ(vtx.Ineighs_c(), b.core.at(node).Ineighs_c()) << "seed " << seed;
+  }
+  for (const auto& [node, vtx] : a.vertices) {
+    ASSERT_EQ(vtx.Inc_neighs_c(), b.vertices.at(node).Inc_neighs_c()) << "seed " << seed;
+  }
+}
+
+TEST(CliqueFindDirTime, MonotonicClockThatNeverRulesOutReadsTheProcessorClockAsBefore) {
+  int given_up = 0;
+  for (std::uint32_t seed = 1500; seed < 1560; ++seed) {
+    const IndexLinkMap links = testing::Random_directed_links(5 + seed % 8, 0.6, seed);
+    auto alone = std::make_shared<Reading_count>();
+    const Timed_result every = Timed_search(links, 0.5, Dice_clock(seed, alone));
+    // The monotonic clock jumps by 10^6 s at every reading.
+    auto guarded = std::make_shared<Reading_count>();
+    const MonotonicClock jumping = [guarded]() { return 1e6 * ++guarded->monotonic; };
+    const Timed_result guarded_run =
+        Timed_search(links, 0.5, SearchClock(Dice_clock(seed, guarded), jumping));
+    Expect_same_search(guarded_run, every, seed);
+    ASSERT_EQ(guarded->processor, alone->processor) << "seed " << seed;
+    ASSERT_EQ(guarded->monotonic, guarded->processor) << "seed " << seed;
+    given_up += static_cast<int>(Lines_starting(every.printed, {" Exceeded"}).size());
+  }
+  EXPECT_GT(given_up, 0);
+}
+
+TEST(CliqueFindDirTime, MonotonicClockBelowTheLimitLeavesOnlyTheStartsRead) {
+  int checks_spared = 0;
+  for (std::uint32_t seed = 1600; seed < 1640; ++seed) {
+    const IndexLinkMap links = testing::Random_directed_links(5 + seed % 8, 0.6, seed);
+    auto alone = std::make_shared<int>(0);
+    const Timed_result every = Timed_search(links, 0.5, [alone]() {
+      ++*alone;
+      return std::clock_t{4000000};
+    });
+    auto guarded = std::make_shared<int>(0);
+    const SearchClock clock(
+        [guarded]() {
+          ++*guarded;
+          return std::clock_t{4000000};
+        },
+        []() { return 5.0; });
+    const Timed_result still = Timed_search(links, 0.5, clock);
+    Expect_same_search(still, every, seed);
+    const auto attempts = static_cast<int>(Lines_starting(every.printed, {" Locating"}).size());
+    ASSERT_EQ(attempts, static_cast<int>(still.vertices.size())) << "seed " << seed;
+    ASSERT_EQ(*guarded, attempts) << "seed " << seed;
+    checks_spared += *alone - *guarded;
+  }
+  EXPECT_GT(checks_spared, 0);
 }
 
 TEST(CliqueFindDirTime, EveryNodeGivenUpLeavesTheWholeGraphAsCore) {

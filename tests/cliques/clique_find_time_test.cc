@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <initializer_list>
+#include <limits>
 #include <memory>
+#include <random>
 #include <set>
 #include <sstream>
 #include <string>
@@ -56,7 +58,7 @@ struct Timed_result {
 };
 
 Timed_result Timed_search(const IndexLinkMap& links, const double& max_time,
-                          const ProcessorClock& clock) {
+                          const SearchClock& clock) {
   Timed_result r;
   Vtx_map_from_link_map(r.vertices, links);
   r.core[99] = Vtx(99);  // replaced by the search
@@ -79,6 +81,162 @@ TEST(CliqueFindTime, ProcessorSecondsAndTheStrictLimit) {
   EXPECT_EQ(Time_limited_header(" Locating cliques, max. allowed time/node=", 0.25),
             " Locating cliques, max. allowed time/node=0.250:");
   EXPECT_EQ(Time_limited_header("x", 12.0), "x12.000:");
+}
+
+TEST(CliqueFindTime, AttemptTimerLeavesTheProcessorClockUnreadOnlyFarBelowTheLimit) {
+  std::string readings;  // "m" per monotonic reading, "p" per processor reading
+  std::clock_t ticks = 2000000;
+  double real = 100.0;
+  const SearchClock clock(
+      [&] {
+        readings += 'p';
+        return ticks;
+      },
+      [&] {
+        readings += 'm';
+        return real;
+      });
+  Attempt_timer timer(clock);
+  // The real time is measured from before t0 is read.
+  const long double t0 = timer.Start();
+  EXPECT_EQ(t0, 2.0L);
+  EXPECT_EQ(readings, "mp");
+
+  // A real time far below the limit leaves the processor clock unread, whatever it would show.
+  readings.clear();
+  ticks = 9000000;
+  real = 100.4;
+  EXPECT_FALSE(timer.Exceeded(t0, 0.5));
+  EXPECT_EQ(readings, "m");
+
+  // At the limit, a few microseconds below it (clock() truncates t0), and with an unreadable
+  // monotonic clock, the processor clock decides with the strict comparison.
+  for (const double now : {100.5, 100.5 - 2e-6, std::numeric_limits<double>::quiet_NaN()}) {
+    readings.clear();
+    ticks = 2500000;
+    real = now;
+    EXPECT_FALSE(timer.Exceeded(t0, 0.5)) << now;
+    EXPECT_EQ(readings, "mp") << now;
+    readings.clear();
+    ticks = 2500001;
+    EXPECT_TRUE(timer.Exceeded(t0, 0.5)) << now;
+    EXPECT_EQ(readings, "mp") << now;
+  }
+}
+
+TEST(CliqueFindTime, ProcessorClockGivenAloneIsReadAtEveryCheck) {
+  int reads = 0;
+  const SearchClock clock([&] {
+    ++reads;
+    return std::clock_t{0};
+  });
+  EXPECT_FALSE(clock.monotonic);
+  Attempt_timer timer(clock);
+  const long double t0 = timer.Start();
+  EXPECT_FALSE(timer.Exceeded(t0, 1e9));
+  EXPECT_FALSE(timer.Exceeded(t0, 1e9));
+  EXPECT_EQ(reads, 3);
+}
+
+TEST(CliqueFindTime, RealClocksReadTheSystemClocks) {
+  const SearchClock clock;
+  const double before = clock.monotonic();
+  const double after = clock.monotonic();
+  EXPECT_LE(before, after);
+  EXPECT_GT(before, 0.0);
+  Attempt_timer timer(clock);
+  const long double t0 = timer.Start();
+  EXPECT_GE(t0, 0.0L);
+  EXPECT_FALSE(timer.Exceeded(t0, 3600.0));
+}
+
+// Counts the readings of a clock shared by copies of it.
+struct Reading_count {
+  int processor = 0;
+  int monotonic = 0;
+};
+
+// A processor clock that gains a whole second at a random half of its readings (seeded), so
+// against a limit of 0.5 s some checks find it exceeded and others do not.
+ProcessorClock Dice_clock(const std::uint32_t& seed, const std::shared_ptr<Reading_count>& count) {
+  auto ticks = std::make_shared<std::clock_t>(0);
+  auto random = std::make_shared<std::mt19937>(seed);
+  return [ticks, random, count]() {
+    ++count->processor;
+    if ((*random)() % 2 == 0) *ticks += 1000000;
+    return *ticks;
+  };
+}
+
+// A monotonic clock that jumps by 10^6 s at every reading: it never rules a check out.
+MonotonicClock Jumping_clock(const std::shared_ptr<Reading_count>& count) {
+  return [count]() { return 1e6 * ++count->monotonic; };
+}
+
+// A monotonic clock that stands still: it rules every check out.
+MonotonicClock Still_clock(const std::shared_ptr<Reading_count>& count) {
+  return [count]() {
+    ++count->monotonic;
+    return 5.0;
+  };
+}
+
+void Expect_same_search(const Timed_result& a, const Timed_result& b, const std::uint32_t& seed) {
+  ASSERT_EQ(a.printed, b.printed) << "seed " << seed;
+  ASSERT_EQ(a.cliques, b.cliques) << "seed " << seed;
+  ASSERT_EQ(a.overlaps.rows, b.overlaps.rows) << "seed " << seed;
+  ASSERT_EQ(a.core.size(), b.core.size()) << "seed " << seed;
+  for (const auto& [node, vtx] : a.core) {
+    ASSERT_EQ(vtx.Neighs_c(), b.core.at(node).Neighs_c()) << "seed " << seed;
+  }
+  for (const auto& [node, vtx] : a.vertices) {
+    ASSERT_EQ(vtx.Inc_neighs_c(), b.vertices.at(node).Inc_neighs_c()) << "seed " << seed;
+  }
+}
+
+TEST(CliqueFindTime, MonotonicClockThatNeverRulesOutReadsTheProcessorClockAsBefore) {
+  int given_up = 0;
+  for (std::uint32_t seed = 500; seed < 560; ++seed) {
+    const IndexLinkMap links = testing::Random_undirected_links(6 + seed % 9, 0.7, seed);
+    auto alone = std::make_shared<Reading_count>();
+    const Timed_result every = Timed_search(links, 0.5, Dice_clock(seed, alone));
+    auto guarded = std::make_shared<Reading_count>();
+    const Timed_result jumping =
+        Timed_search(links, 0.5, SearchClock(Dice_clock(seed, guarded), Jumping_clock(guarded)));
+    Expect_same_search(jumping, every, seed);
+    ASSERT_EQ(guarded->processor, alone->processor) << "seed " << seed;
+    // One monotonic reading beside each processor reading.
+    ASSERT_EQ(guarded->monotonic, guarded->processor) << "seed " << seed;
+    given_up += static_cast<int>(Lines_starting(every.printed, {" Exceeded"}).size());
+  }
+  EXPECT_GT(given_up, 0);
+}
+
+TEST(CliqueFindTime, MonotonicClockBelowTheLimitLeavesOnlyTheStartsRead) {
+  int checks_spared = 0;
+  for (std::uint32_t seed = 600; seed < 640; ++seed) {
+    const IndexLinkMap links = testing::Random_undirected_links(6 + seed % 9, 0.7, seed);
+    auto alone = std::make_shared<Reading_count>();
+    const Timed_result every = Timed_search(links, 0.5, [alone]() {
+      ++alone->processor;
+      return std::clock_t{4000000};
+    });
+    auto guarded = std::make_shared<Reading_count>();
+    const Timed_result still = Timed_search(links, 0.5,
+                                            SearchClock(
+                                                [guarded]() {
+                                                  ++guarded->processor;
+                                                  return std::clock_t{4000000};
+                                                },
+                                                Still_clock(guarded)));
+    Expect_same_search(still, every, seed);
+    // No node is given up, so each is attempted once and t0 is the only processor reading.
+    const auto attempts = static_cast<int>(Lines_starting(every.printed, {" Locating"}).size());
+    ASSERT_EQ(attempts, static_cast<int>(still.vertices.size())) << "seed " << seed;
+    ASSERT_EQ(guarded->processor, attempts) << "seed " << seed;
+    checks_spared += alone->processor - guarded->processor;
+  }
+  EXPECT_GT(checks_spared, 0);
 }
 
 TEST(CliqueFindTime, LimitNoNodeReachesGivesTheExactResultAndTheNote) {
@@ -106,8 +264,9 @@ TEST(CliqueFindTime, LimitNoNodeReachesGivesTheExactResultAndTheNote) {
       }
       ASSERT_EQ(timed.cliques, exact.cliques) << "seed " << seed;
       ASSERT_EQ(timed.overlaps.rows, exact.overlaps.rows) << "seed " << seed;
-      for (const auto& [node, vtx] : exact.vertices) {
-        ASSERT_EQ(timed.vertices.at(node).Inc_neighs_c(), vtx.Inc_neighs_c()) << "seed " << seed;
+      for (const auto& [node, vtx] : timed.vertices) {
+        ASSERT_EQ(vtx.Inc_neighs_c(), testing::Inc_neighs_of(exact.cliques, node))
+            << "seed " << seed;
       }
       ASSERT_TRUE(timed.core.empty());
       ASSERT_EQ(Lines_starting(timed.printed, {" Exceeded", " no approximation"}),

@@ -82,13 +82,12 @@ TEST(CliqueOutput, WritesEveryCliqueByNameUnderTheHeaderOfItsKind) {
   }
 }
 
-TEST(CliqueOutput, UnknownIndexPrintsAnEmptyNameAndIsAddedToTheMap) {
+TEST(CliqueOutput, UnknownIndexPrintsAnEmptyName) {
   Test_dir dir;
   NameMap names = Names();
   Kiir_cliques_VN(dir.path(), CliqueList{{1, 4, 99}}, names, 1, "", kDescription);
   EXPECT_EQ(Read_file(dir / "cliques"),
             "# The cliques from net.txt\n" + kSecondLine + "\n0: a d  \n");
-  EXPECT_EQ(names.at(99), "");
 }
 
 TEST(CliqueOutput, CreatesTheDirectoryAndKeepsWhatIsInIt) {

@@ -67,6 +67,48 @@ TEST(OverlapRows, ComputedRowsEqualStoredRowsWhileLabelsGrow) {
   EXPECT_GT(compared, 5000u);
 }
 
+// Sets over 90 nodes, most of them small and dense in a few hubs, some of 50 to 80 nodes: rows
+// then mix cliques listed under node pairs with cliques listed under single nodes, at every k
+// from 3 to beyond the largest set.
+TEST(OverlapRows, ComputedRowsEqualStoredRowsWithLargeSets) {
+  std::uint32_t compared = 0;
+  for (std::uint32_t seed = 1; seed <= 12; ++seed) {
+    std::mt19937 random(seed);
+    CliqueList sets;
+    for (std::uint32_t i = 0; i < 40; ++i) {
+      NodeList set;
+      const bool large = i % 9 == 0;
+      for (NodeIndex v = 1; v <= 90; ++v) {
+        const std::uint32_t p = large ? 75 : (v <= 12 ? 60 : 8);
+        if (random() % 100 < p) set.push_back(v);
+      }
+      sets.push_back(set);
+    }
+    const OverlapMatrix stored = testing::Brute_overlap_matrix(sets, 1);
+    const OverlapMatrix on_demand = On_demand();
+    std::uint32_t largest = 0;
+    for (const NodeList& set : sets) largest = std::max<std::uint32_t>(largest, set.size());
+    for (std::uint32_t k = 3; k <= largest + 1; k += 1 + k / 12) {
+      SCOPED_TRACE("seed " + std::to_string(seed) + " k " + std::to_string(k));
+      OverlapRows from_stored(sets, stored, k);
+      OverlapRows computed(sets, on_demand, k);
+      std::vector<std::int32_t> labels(sets.size(), -1);
+      std::vector<std::uint32_t> order(sets.size());
+      for (std::uint32_t i = 0; i < order.size(); ++i) order[i] = i;
+      std::shuffle(order.begin(), order.end(), random);
+      for (const std::uint32_t c : order) {
+        CliqueIndexList expected;
+        CliqueIndexList found;
+        EXPECT_EQ(computed.Row(c, labels, true, found), from_stored.Row(c, labels, true, expected));
+        EXPECT_EQ(found, expected) << "row " << c;
+        ++compared;
+        if (random() % 3 == 0) labels[c] = 0;
+      }
+    }
+  }
+  EXPECT_GT(compared, 4000u);
+}
+
 TEST(OverlapRows, RowsOfAHandMadeListNeedKMinusOneSharedNodes) {
   const CliqueList cliques{{1, 2, 3, 4}, {2, 3, 4, 5}, {3, 4, 5, 6}, {1, 9}, {}};
   const OverlapMatrix overlaps = On_demand();

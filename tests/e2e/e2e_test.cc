@@ -5,6 +5,9 @@
 //   stdout   the expected standard output
 //   output/  the expected tree of everything the run added to the working directory (optional;
 //            absent means the run must write nothing)
+//   preload_scripted_clock  (optional, empty) the run gets the scripted clock of
+//            tests/support/preload: the n-th clock() reading is n microseconds and the monotonic
+//            clock jumps by 10^6 s at every reading, so a time-limited run is the same everywhere
 // In expected texts "@DIR@" stands for the absolute path of the working directory.
 #include <fcntl.h>
 #include <sys/wait.h>
@@ -12,9 +15,11 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstdlib>
 #include <filesystem>
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "gtest/gtest.h"
@@ -51,11 +56,26 @@ struct Run_result {
   std::string out;
 };
 
-Run_result Run_binary(const std::string& workdir, const std::vector<std::string>& args) {
+// The environment entries that put the scripted clock in front of the C library's.
+std::vector<std::pair<std::string, std::string>> Scripted_clock_environment() {
+  const char* preload = std::getenv("LD_PRELOAD");
+  const char* asan = std::getenv("ASAN_OPTIONS");
+  return {{"LD_PRELOAD", std::string(VARNEL_SCRIPTED_CLOCK) +
+                             (preload != nullptr ? std::string(":") + preload : std::string())},
+          // A sanitized binary otherwise refuses a library loaded ahead of the sanitizer's runtime.
+          {"ASAN_OPTIONS", (asan != nullptr ? std::string(asan) + ":" : std::string()) +
+                               "verify_asan_link_order=0"}};
+}
+
+Run_result Run_binary(const std::string& workdir, const std::vector<std::string>& args,
+                      const std::vector<std::pair<std::string, std::string>>& environment) {
   const std::string out_path = workdir + "/../" + fs::path(workdir).filename().string() + ".out";
   pid_t pid = fork();
   if (pid == 0) {
     if (chdir(workdir.c_str()) != 0) _exit(127);
+    for (const auto& [name, value] : environment) {
+      if (setenv(name.c_str(), value.c_str(), 1) != 0) _exit(127);
+    }
     int out = open(out_path.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
     int in = open("/dev/null", O_RDONLY);
     if (out < 0 || in < 0) _exit(127);
@@ -103,7 +123,9 @@ TEST_P(E2e, OutputAndFilesMatch) {
     inputs = Tree(case_dir / "input");
   }
 
-  const Run_result run = Run_binary(work, Read_args((case_dir / "args").string()));
+  std::vector<std::pair<std::string, std::string>> environment;
+  if (fs::exists(case_dir / "preload_scripted_clock")) environment = Scripted_clock_environment();
+  const Run_result run = Run_binary(work, Read_args((case_dir / "args").string()), environment);
   EXPECT_EQ(run.status, 0);
   EXPECT_EQ(run.out, Replace_all(Read_file((case_dir / "stdout").string()), "@DIR@", work));
 

@@ -1,0 +1,29 @@
+// The node set and the link list of a community, from the cliques it took. Nodes ascend; links
+// are the distinct (smaller, larger) node pairs of the member cliques, ascending by the smaller
+// node, then the larger. The work grows with the pairs of the member cliques, never with the
+// square of the community, and the scratch is kept between communities.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "driver/types.h"
+
+namespace kcp {
+
+class CommunityAssembly {
+ public:
+  // Member positions at or beyond the end of the clique list stand for cliques without nodes.
+  void Assemble(const CliqueIndexList& members, const CliqueList& cliques, NodeList& nodes,
+                LinkList& links);
+
+ private:
+  std::vector<std::uint32_t> local_;   // node -> its position in `nodes`, plus one; 0 elsewhere
+  std::vector<std::uint32_t> bucket_;  // local node -> first of its later members in `later_`
+  std::vector<std::uint32_t> later_;
+  std::vector<std::uint32_t> seen_;  // local node -> the stamp of the bucket that listed it
+  std::uint32_t stamp_ = 0;
+  std::vector<std::uint32_t> distinct_;
+};
+
+}  // namespace kcp
