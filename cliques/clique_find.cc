@@ -266,22 +266,28 @@ void Clique_find(CliqueList& cliques, OverlapMatrix& overlaps, VtxMap& vertices)
   using namespace Clique_find_report_sub_routines;
   cliques.clear();
   overlaps.rows.clear();
-  VtxMap working = vertices;
 
   Print_line(" Sorting the nodes...");
   NodeOrder order;
-  Sort_Vtx_map(order, working);
+  Sort_Vtx_map(order, vertices);
   Print_line(" done.");
 
+  // The working graph of the search is the whole graph less the processed nodes: it is kept as
+  // processed flags over the graph's adjacency arrays rather than as a shrinking copy of the map.
+  const Adjacency graph(vertices);
+  NodeSearch search(graph);
   NodeCliqueMap node_cliques;
-  const auto total = static_cast<std::uint32_t>(working.size());
+  const auto total = static_cast<std::uint32_t>(vertices.size());
+  std::uint32_t remaining = total;
   for (const NodeIndex v : order) {
     std::ostringstream block;
-    Report_progress(" Locating cliques:", "nodes", static_cast<std::uint32_t>(working.size()),
-                    total, block);
+    Report_progress(" Locating cliques:", "nodes", remaining, total, block);
     Print_text(block.str());
-    Clique_find_main_inv(v, working, vertices, cliques, overlaps, node_cliques);
-    working.erase(v);
+    for (const NodeList& clique : Node_cliques_in_order(v, search, cliques, node_cliques)) {
+      Iktatjuk_az_uj_math_cliquet(cliques, clique, vertices, overlaps, node_cliques, false);
+    }
+    search.processed[v] = 1;
+    --remaining;
   }
   std::ostringstream closing;
   Report_clique_search_end("cliques", cliques.size(), closing);

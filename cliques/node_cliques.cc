@@ -6,6 +6,7 @@
 #include <string>
 
 #include "driver/xerror_msg.h"
+#include "graph/adjacency.h"
 
 namespace kcp {
 
@@ -77,58 +78,68 @@ struct Frame {
 std::vector<NodeList> Node_cliques_in_order(const NodeIndex& v, const VtxMap& working,
                                             const VtxMap& vertices, const CliqueList& cliques,
                                             const NodeCliqueMap& node_cliques) {
-  const NodeSet& open = Record(working, v).Neighs_c();
-  const NodeSet& all = Record(vertices, v).Neighs_c();
+  Record(working, v);
+  Record(vertices, v);
+  const Adjacency graph(vertices);
+  NodeSearch search(graph);
+  for (const auto& [index, record] : vertices) {
+    if (working.count(index) == 0) search.processed[index] = 1;
+  }
+  return Node_cliques_in_order(v, search, cliques, node_cliques);
+}
+
+std::vector<NodeList> Node_cliques_in_order(const NodeIndex& v, NodeSearch& search,
+                                            const CliqueList& cliques,
+                                            const NodeCliqueMap& node_cliques) {
+  const std::span<const NodeIndex> all = search.graph.Of(v);
+  // Local numbers: the unprocessed neighbours first, ascending, then the processed ones.
+  NodeList N;
+  NodeList gone;
+  for (const NodeIndex n : all) (search.processed[n] ? gone : N).push_back(n);
   std::vector<NodeList> found;
-  if (open.size() < 2) return found;
+  if (N.size() < 2) return found;
 
   // When one registered clique holds every unprocessed neighbour, no new clique is left here.
   if (v < node_cliques.cliques_of_node.size()) {
     for (const std::uint32_t c : node_cliques.cliques_of_node[v]) {
       const Clique& known = cliques[c];
-      if (known.size() > open.size() &&
-          std::includes(known.begin(), known.end(), open.begin(), open.end())) {
+      if (known.size() > N.size() &&
+          std::includes(known.begin(), known.end(), N.begin(), N.end())) {
         return found;
       }
     }
   }
 
-  // Local numbers: the unprocessed neighbours first, ascending, then the processed ones.
-  const NodeList N(open.begin(), open.end());
-  NodeList gone;
-  for (const NodeIndex n : all) {
-    if (open.count(n) == 0) gone.push_back(n);
-  }
   const std::size_t n = N.size();
   const std::size_t m = n + gone.size();
   const std::size_t words = (m + kBits - 1) / kBits;
-  const auto local = [&](const NodeIndex& node) -> std::int64_t {
-    auto at = std::lower_bound(N.begin(), N.end(), node);
-    if (at != N.end() && *at == node) return at - N.begin();
-    at = std::lower_bound(gone.begin(), gone.end(), node);
-    if (at != gone.end() && *at == node) return static_cast<std::int64_t>(n) + (at - gone.begin());
-    return -1;
-  };
+  for (std::size_t i = 0; i < n; ++i) search.local[N[i]] = static_cast<std::int32_t>(i);
+  for (std::size_t i = 0; i < gone.size(); ++i)
+    search.local[gone[i]] = static_cast<std::int32_t>(n + i);
 
-  // Links among unprocessed neighbours are those of the working graph; a processed neighbour
-  // counts as linked to an unprocessed one as in the whole graph.
+  // Every link counts as in the whole graph: the unprocessed nodes keep all their links among
+  // themselves, and a processed neighbour is tested against them as it stands in the graph.
   std::vector<Bits> adj(m, Bits(words));
   for (std::size_t i = 0; i < n; ++i) {
-    const NodeSet& linked = Record(vertices, N[i]).Neighs_c();
-    if (linked.size() < m) {
+    const std::span<const NodeIndex> linked = search.graph.Of(N[i]);
+    if (linked.size() < 4 * m) {
       for (const NodeIndex other : linked) {
-        const std::int64_t j = local(other);
+        const std::int32_t j = search.local[other];
         if (j >= 0) adj[i].Set(static_cast<std::size_t>(j));
       }
     } else {
       for (std::size_t j = 0; j < m; ++j) {
-        if (linked.count(j < n ? N[j] : gone[j - n]) != 0) adj[i].Set(j);
+        if (std::binary_search(linked.begin(), linked.end(), j < n ? N[j] : gone[j - n])) {
+          adj[i].Set(j);
+        }
       }
     }
     adj[i].For_each([&](std::size_t j) {
       if (j >= n) adj[j].Set(i);
     });
   }
+  for (const NodeIndex node : N) search.local[node] = -1;
+  for (const NodeIndex node : gone) search.local[node] = -1;
 
   std::vector<std::uint32_t> R;
   std::vector<Frame> stack;

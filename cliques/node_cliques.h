@@ -7,13 +7,30 @@
 // longer cost time exponential in their size.
 #pragma once
 
+#include <cstdint>
 #include <vector>
 
 #include "cliques/overlap_matrix.h"
 #include "driver/types.h"
+#include "graph/adjacency.h"
 #include "graph/vertex_map.h"
 
 namespace kcp {
+
+// The whole graph, which of its nodes are processed, and the scratch of the search, kept from
+// node to node. The unprocessed nodes are linked among themselves as in the whole graph, as the
+// working graph of the exact search is.
+struct NodeSearch {
+  explicit NodeSearch(const Adjacency& graph)
+      : graph(graph), processed(graph.Node_bound(), 0), local(graph.Node_bound(), -1) {}
+  const Adjacency& graph;
+  std::vector<char> processed;
+  std::vector<std::int32_t> local;  // node -> its local number in the current search, else -1
+};
+
+std::vector<NodeList> Node_cliques_in_order(const NodeIndex& v, NodeSearch& search,
+                                            const CliqueList& cliques,
+                                            const NodeCliqueMap& node_cliques);
 
 // `working` holds the unprocessed nodes with their links among themselves, `vertices` the whole
 // graph; v must be in both. `cliques` and `node_cliques` are the cliques registered so far and

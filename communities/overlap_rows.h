@@ -14,6 +14,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <vector>
 
 #include "driver/types.h"
@@ -41,16 +42,31 @@ class OverlapRows {
   class KeyedLists {
    public:
     static constexpr NodeIndex kNone = 0xffffffffu;
-    void Build(std::vector<std::uint64_t> entries_by_first, std::vector<std::uint32_t> first_begin);
+    // entries: (second << 32 | clique), bucketed by first node as first_begin says, each
+    // bucket ascending.
+    void Build(std::vector<std::uint64_t> entries, std::vector<std::uint32_t> first_begin,
+               const std::size_t& clique_count);
+    // The list of one key, if there is one.
     template <typename Visit>
     void Walk(const NodeIndex& first, const NodeIndex& second, Visit&& visit);
+    // Every list the clique is in.
+    template <typename Visit>
+    void Walk_own(const std::uint32_t& clique, Visit&& visit);
 
    private:
+    struct Range {
+      std::uint32_t begin;
+      std::uint32_t end;  // one past the last live entry
+    };
+    template <typename Visit>
+    void Walk_key(const std::uint32_t& key, Visit&& visit);
+
     std::vector<std::uint32_t> first_keys_;  // node -> its first key; size nodes + 1
     std::vector<NodeIndex> second_;          // key -> second node
-    std::vector<std::uint32_t> begin_;       // key -> first entry
-    std::vector<std::uint32_t> end_;         // key -> one past its last live entry
+    std::vector<Range> range_;               // key -> its entries
     std::vector<std::uint32_t> cliques_;     // the entries
+    std::vector<std::uint32_t> own_begin_;   // clique -> first of its keys in own_keys_
+    std::vector<std::uint32_t> own_keys_;
   };
 
   bool Stored_row(const std::uint32_t& c, const std::vector<std::int32_t>& labels,
@@ -58,8 +74,8 @@ class OverlapRows {
   bool Computed_row(const std::uint32_t& c, const std::vector<std::int32_t>& labels,
                     CliqueIndexList& out);
   void Build_index();
-  // The first `length` members of the clique in rank order.
-  void Prefix(const Clique& clique, const std::size_t& length, std::vector<NodeIndex>& out) const;
+  // The first `length` members of clique c in rank order (all of them when it has fewer).
+  std::span<const NodeIndex> Prefix(const std::uint32_t& c, const std::size_t& length) const;
   bool Long_prefix(const std::size_t& size) const;
 
   const CliqueList& cliques_;
@@ -74,7 +90,9 @@ class OverlapRows {
   std::vector<std::uint32_t> node_stamp_;    // node -> stamp of the row marking it
   std::vector<std::uint32_t> clique_stamp_;  // clique -> stamp of the row that saw it
   std::uint32_t stamp_ = 0;
-  std::vector<NodeIndex> prefix_;
+  bool has_long_ = false;                  // long and short prefixes both occur
+  std::vector<std::size_t> member_begin_;  // clique -> first of its members in members_
+  std::vector<NodeIndex> members_;         // in rank order within each clique
 };
 
 }  // namespace kcp

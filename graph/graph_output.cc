@@ -9,17 +9,17 @@ namespace kcp {
 void Kiir_graph(const LinkMap& links, const std::string& dir, const bool& directed,
                 const std::string& alap_szoveg, const bool& weighted) {
   Result_file file(dir, directed ? "directed_graph" : "graph");
-  std::ostream& out = file.out();
   // Mutual links are folded only later, at node indexing, so this file still holds both
   // directions although the line says otherwise; the wording stays.
-  out << "# The links" << alap_szoveg
-      << (directed ? "# (self-links were removed)" : "# (mutual links and self-links were removed)")
-      << "\n\n";
+  file << "# The links" << alap_szoveg
+       << (directed ? "# (self-links were removed)"
+                    : "# (mutual links and self-links were removed)")
+       << "\n\n";
   // Weights in the stream's default format: %g with 6 significant digits.
   for (const auto& [key, weight] : links) {
-    out << key.first << ' ' << key.second;
-    if (weighted) out << ' ' << weight;
-    out << '\n';
+    file << key.first << ' ' << key.second;
+    if (weighted) file << ' ' << weight;
+    file << '\n';
   }
   file.Close();
 }
