@@ -1,12 +1,15 @@
 #include "cliques/clique_find_dir.h"
 
 #include <algorithm>
+#include <iterator>
+#include <span>
 #include <sstream>
 #include <string>
 #include <unordered_map>
 
 #include "cliques/search_report.h"
 #include "driver/xerror_msg.h"
+#include "graph/adjacency.h"
 #include "text/console.h"
 
 namespace kcp {
@@ -32,6 +35,36 @@ NodeList Intersection(const NodeList& candidates, const NodeSet& neighs) {
   return result;
 }
 
+// The same against an ascending array: merged when the two are of like length, else searched.
+NodeList Intersection(const NodeList& candidates, std::span<const NodeIndex> neighs) {
+  NodeList result;
+  if (candidates.size() * 8 < neighs.size()) {
+    auto from = neighs.begin();
+    for (const NodeIndex n : candidates) {
+      from = std::lower_bound(from, neighs.end(), n);
+      if (from == neighs.end()) break;
+      if (*from == n) result.push_back(n);
+    }
+    return result;
+  }
+  std::set_intersection(candidates.begin(), candidates.end(), neighs.begin(), neighs.end(),
+                        std::back_inserter(result));
+  return result;
+}
+
+bool Holds(std::span<const NodeIndex> sorted, const NodeIndex& n) {
+  return std::binary_search(sorted.begin(), sorted.end(), n);
+}
+
+// The in- and out-neighbours of every node of a directed vertex map, as ascending arrays.
+struct Dir_arrays {
+  explicit Dir_arrays(const VtxdMap& map)
+      : ins(map, [](const Vtxd& record) -> const NodeSet& { return record.Ineighs_c(); }),
+        outs(map, [](const Vtxd& record) -> const NodeSet& { return record.Oneighs_c(); }) {}
+  Adjacency ins;
+  Adjacency outs;
+};
+
 // S ⊆ K for ascending S and K.
 bool Is_subset(const NodeList& S, const NodeList& K) {
   return S.size() <= K.size() && std::includes(K.begin(), K.end(), S.begin(), S.end());
@@ -46,10 +79,6 @@ const Vtxd& Full_record(const VtxdMap& vertices, const NodeIndex& z) {
   return record->second;
 }
 
-NodeList Sorted(const NodeSet& set) {
-  return NodeList(set.begin(), set.end());
-}
-
 // Nodes that link to every member (to_all) and nodes every member links to (from_all), in the
 // caller's graph, which still holds the nodes processed earlier.
 struct Bounds {
@@ -57,18 +86,20 @@ struct Bounds {
   NodeList from_all;
 };
 
-Bounds Add_member(const Bounds& bounds, const NodeIndex& y, const VtxdMap& vertices) {
-  const Vtxd& record = Full_record(vertices, y);
-  return Bounds{Intersection(bounds.to_all, record.Ineighs_c()),
-                Intersection(bounds.from_all, record.Oneighs_c())};
+Bounds Add_member(const Bounds& bounds, const NodeIndex& y, const Dir_arrays& full) {
+  return Bounds{Intersection(bounds.to_all, full.ins.Of(y)),
+                Intersection(bounds.from_all, full.outs.Of(y))};
 }
 
-Bounds Bounds_of(const GapList& gaps, const VtxdMap& vertices) {
+Bounds Bounds_of(const GapList& gaps, const VtxdMap& vertices, const Dir_arrays& full) {
   if (gaps.size() < 2) return Bounds{};
-  const Vtxd& first = Full_record(vertices, gaps.front().label);
-  Bounds bounds{Sorted(first.Ineighs_c()), Sorted(first.Oneighs_c())};
+  const NodeIndex first = gaps.front().label;
+  Full_record(vertices, first);
+  const std::span<const NodeIndex> ins = full.ins.Of(first);
+  const std::span<const NodeIndex> outs = full.outs.Of(first);
+  Bounds bounds{NodeList(ins.begin(), ins.end()), NodeList(outs.begin(), outs.end())};
   for (std::size_t i = 1; i + 1 < gaps.size(); ++i) {
-    bounds = Add_member(bounds, gaps[i].label, vertices);
+    bounds = Add_member(bounds, gaps[i].label, full);
   }
   return bounds;
 }
@@ -76,7 +107,7 @@ Bounds Bounds_of(const GapList& gaps, const VtxdMap& vertices) {
 // True when some node outside S (every member and candidate) could join every clique the list
 // can still become, at its front or at its back: none of them is maximal then.
 bool Dominated(const GapList& gaps, const NodeList& S, const Bounds& bounds,
-               const VtxdMap& vertices) {
+               const Dir_arrays& full) {
   if (bounds.to_all.empty() && bounds.from_all.empty()) return false;
   NodeList candidates;
   for (const Gap& gap : gaps) {
@@ -84,16 +115,16 @@ bool Dominated(const GapList& gaps, const NodeList& S, const Bounds& bounds,
   }
   std::sort(candidates.begin(), candidates.end());
   candidates.erase(std::unique(candidates.begin(), candidates.end()), candidates.end());
-  const auto joins_all = [&](const NodeIndex& z, const NodeSet& linked) {
+  const auto joins_all = [&](const NodeIndex& z, std::span<const NodeIndex> linked) {
     return !std::binary_search(S.begin(), S.end(), z) && linked.size() >= candidates.size() &&
            std::all_of(candidates.begin(), candidates.end(),
-                       [&](const NodeIndex& c) { return linked.count(c) != 0; });
+                       [&](const NodeIndex& c) { return Holds(linked, c); });
   };
   for (const NodeIndex z : bounds.to_all) {
-    if (joins_all(z, Full_record(vertices, z).Oneighs_c())) return true;
+    if (joins_all(z, full.outs.Of(z))) return true;
   }
   for (const NodeIndex z : bounds.from_all) {
-    if (joins_all(z, Full_record(vertices, z).Ineighs_c())) return true;
+    if (joins_all(z, full.ins.Of(z))) return true;
   }
   return false;
 }
@@ -388,12 +419,20 @@ struct Frame {
   Bounds bounds;
 };
 
-// The state of one node's walk: the known and found cliques and a limit on its steps.
+// The state of one node's walk: the known and found cliques and a limit on its steps. The
+// working graph is read from `work` less the `processed` nodes (the whole graph and the flags
+// of the processed nodes in a run, whose working graph is the whole graph less those nodes);
+// the candidates of a list are unprocessed, so intersecting them with a node's neighbours in
+// `work` is intersecting them with its neighbours in the working graph.
 struct Dir_search {
-  Dir_search(const VtxdMap& working_map, const VtxdMap& vertex_map, KnownCliques& known_cliques,
-             FoundCliques& found_cliques, const std::size_t& limit)
+  Dir_search(const VtxdMap& working_map, const VtxdMap& vertex_map, const Dir_arrays& work_arrays,
+             const Dir_arrays& full_arrays, const std::vector<char>& processed_flags,
+             KnownCliques& known_cliques, FoundCliques& found_cliques, const std::size_t& limit)
       : working(working_map),
         vertices(vertex_map),
+        work(work_arrays),
+        full(full_arrays),
+        processed(processed_flags),
         known(known_cliques),
         found(found_cliques),
         step_limit(limit),
@@ -401,6 +440,9 @@ struct Dir_search {
 
   const VtxdMap& working;
   const VtxdMap& vertices;
+  const Dir_arrays& work;
+  const Dir_arrays& full;
+  const std::vector<char>& processed;
   KnownCliques& known;
   FoundCliques& found;
   std::size_t step_limit;
@@ -411,6 +453,23 @@ struct Dir_search {
 
   bool Stopped() const { return over; }
 };
+
+// Tighten_dir over the arrays of the search.
+GapList Tightened(const GapList& gaps, GapList::const_iterator position, const NodeIndex& x,
+                  const Dir_search& search) {
+  const std::span<const NodeIndex> outs = search.work.outs.Of(x);
+  const std::span<const NodeIndex> ins = search.work.ins.Of(x);
+  GapList result;
+  result.reserve(gaps.size() + 1);
+  for (auto gap = gaps.begin(); gap != position; ++gap) {
+    result.push_back(Gap{gap->label, Intersection(gap->candidates, ins)});
+  }
+  result.push_back(Gap{x, Intersection(position->candidates, ins)});
+  for (auto gap = position; gap != gaps.end(); ++gap) {
+    result.push_back(Gap{gap->label, Intersection(gap->candidates, outs)});
+  }
+  return result;
+}
 
 // The start of one call of the walk: returns true when the list goes on to be extended, and
 // records it when it is finished. A list none of whose completions could be maximal is not
@@ -426,7 +485,7 @@ bool Enter(GapList& gaps, const Bounds& bounds, Dir_search& search) {
     Iktatjuk_az_uj_vert_clt(gaps, search.found, search.known);
     return false;
   }
-  return !Dominated(gaps, search.S, bounds, search.vertices);
+  return !Dominated(gaps, search.S, bounds, search.full);
 }
 
 // Recurrent_inc_inv_dir with the link bounds of the list's members given.
@@ -458,9 +517,9 @@ void Extend(GapList& gaps, const Bounds& bounds, Dir_search& search) {
     }
     const auto position = list.begin() + static_cast<std::ptrdiff_t>(top.gap);
     const NodeIndex y = position->candidates.front();
-    GapList next = Tighten_dir(list, position, y, search.working);
+    GapList next = Tightened(list, position, y, search);
     Take_first_candidate(list[top.gap]);
-    Bounds next_bounds = Add_member(top.bounds, y, search.vertices);
+    Bounds next_bounds = Add_member(top.bounds, y, search.full);
     if (Enter(next, next_bounds, search)) {
       Frame child;
       child.owned = std::move(next);
@@ -563,10 +622,21 @@ Walk_path First_path_to(const NodeIndex& v, const NodeList& M, const VtxdMap& wo
 
 // The walk of Main_inc_dir_investigator for node v, up to the registration.
 void Walk_node(const NodeIndex& v, Dir_search& search) {
-  const Vtxd& own = Working_record(search.working, v);
-  const Vtxd& full = Full_record(search.vertices, v);
-  GapList L{Gap{v, Sorted(own.Ineighs_c())}, Gap{v, Sorted(own.Oneighs_c())}};
-  const Bounds v_bounds{Sorted(full.Ineighs_c()), Sorted(full.Oneighs_c())};
+  Working_record(search.working, v);
+  Full_record(search.vertices, v);
+  const auto unprocessed = [&](std::span<const NodeIndex> nodes) {
+    NodeList kept;
+    for (const NodeIndex n : nodes) {
+      if (n >= search.processed.size() || !search.processed[n]) kept.push_back(n);
+    }
+    return kept;
+  };
+  GapList L{Gap{v, unprocessed(search.work.ins.Of(v))},
+            Gap{v, unprocessed(search.work.outs.Of(v))}};
+  const std::span<const NodeIndex> v_ins = search.full.ins.Of(v);
+  const std::span<const NodeIndex> v_outs = search.full.outs.Of(v);
+  const Bounds v_bounds{NodeList(v_ins.begin(), v_ins.end()),
+                        NodeList(v_outs.begin(), v_outs.end())};
   NodeList& S = search.S;
   std::size_t known_checked = 0;
   for (std::size_t e = 0; e < L.size(); ++e) {
@@ -580,12 +650,12 @@ void Walk_node(const NodeIndex& v, Dir_search& search) {
       }
       const auto at_e = L.cbegin() + static_cast<std::ptrdiff_t>(e);
       const NodeIndex w = at_e->candidates.front();
-      GapList R = Tighten_dir(L, at_e, w, search.working);
+      GapList R = Tightened(L, at_e, w, search);
       Take_first_candidate(L[e]);
       Merge_already_full_and_possibs(S, R);
       if (!search.index.Mehet_tovabb(S)) continue;
-      const Bounds R_bounds = Add_member(v_bounds, w, search.vertices);
-      if (Dominated(R, S, R_bounds, search.vertices)) continue;
+      const Bounds R_bounds = Add_member(v_bounds, w, search.full);
+      if (Dominated(R, S, R_bounds, search.full)) continue;
       std::size_t checked = search.known.size();
       for (std::size_t f = 0; f < R.size() && !search.Stopped(); ++f) {
         bool done = false;
@@ -600,9 +670,9 @@ void Walk_node(const NodeIndex& v, Dir_search& search) {
           }
           const auto at_f = R.cbegin() + static_cast<std::ptrdiff_t>(f);
           const NodeIndex y = at_f->candidates.front();
-          GapList R2 = Tighten_dir(R, at_f, y, search.working);
+          GapList R2 = Tightened(R, at_f, y, search);
           Take_first_candidate(R[f]);
-          Extend(R2, Add_member(R_bounds, y, search.vertices), search);
+          Extend(R2, Add_member(R_bounds, y, search.full), search);
         }
         if (done) break;
       }
@@ -678,18 +748,27 @@ void Iktatjuk_az_uj_vert_clt(GapList gaps, FoundCliques& found, KnownCliques& kn
 
 void Recurrent_inc_inv_dir(GapList& gaps, const VtxdMap& working, const VtxdMap& vertices,
                            KnownCliques& known, FoundCliques& found) {
-  Dir_search search{working, vertices, known, found, static_cast<std::size_t>(-1)};
-  Extend(gaps, Bounds_of(gaps, vertices), search);
+  const Dir_arrays work(working);
+  const Dir_arrays full(vertices);
+  const std::vector<char> none;
+  Dir_search search{working, vertices, work,  full,
+                    none,    known,    found, static_cast<std::size_t>(-1)};
+  Extend(gaps, Bounds_of(gaps, vertices, full), search);
 }
 
-void Main_inc_dir_investigator(const NodeIndex& v, VtxdMap& working, VtxdMap& vertices,
-                               CliqueList& cliques, OverlapMatrix& overlaps,
-                               NodeCliqueMap& node_cliques, const std::size_t& plain_steps) {
+namespace {
+
+// Main_inc_dir_investigator over arrays built once for the whole search (see Dir_search).
+void Investigate_node(const NodeIndex& v, VtxdMap& working, VtxdMap& vertices,
+                      const Dir_arrays& work, const Dir_arrays& full,
+                      const std::vector<char>& processed, CliqueList& cliques,
+                      OverlapMatrix& overlaps, NodeCliqueMap& node_cliques,
+                      const std::size_t& plain_steps) {
   const NodeSet& neighs = Working_record(working, v).Neighs_c();
   const NodeList N(neighs.begin(), neighs.end());
   KnownCliques known = Clique_find_sub_routines::Known_cliques_of(v, cliques, node_cliques);
   FoundCliques found;
-  Dir_search plain{working, vertices, known, found, plain_steps};
+  Dir_search plain{working, vertices, work, full, processed, known, found, plain_steps};
   Walk_node(v, plain);
   CliqueList in_order;
   if (!plain.over) {
@@ -720,6 +799,17 @@ void Main_inc_dir_investigator(const NodeIndex& v, VtxdMap& working, VtxdMap& ve
   }
 }
 
+}  // namespace
+
+void Main_inc_dir_investigator(const NodeIndex& v, VtxdMap& working, VtxdMap& vertices,
+                               CliqueList& cliques, OverlapMatrix& overlaps,
+                               NodeCliqueMap& node_cliques, const std::size_t& plain_steps) {
+  const Dir_arrays work(working);
+  const Dir_arrays full(vertices);
+  Investigate_node(v, working, vertices, work, full, {}, cliques, overlaps, node_cliques,
+                   plain_steps);
+}
+
 }  // namespace Clique_find_dir_sub_routines
 
 void Clique_find_dir(CliqueList& cliques, OverlapMatrix& overlaps, VtxdMap& vertices) {
@@ -733,13 +823,18 @@ void Clique_find_dir(CliqueList& cliques, OverlapMatrix& overlaps, VtxdMap& vert
   Sort_dir_vtx_map(order, vertices, "Neighs");
 
   NodeCliqueMap node_cliques;
+  // The working graph is the whole graph less the processed nodes (see Dir_search).
+  const Dir_arrays full(vertices);
+  std::vector<char> processed(full.ins.Node_bound(), 0);
   const auto total = static_cast<std::uint32_t>(working.size());
   for (const NodeIndex v : order) {
     std::ostringstream block;
     Report_progress(" Locating dir. cliques:", "nodes", static_cast<std::uint32_t>(working.size()),
                     total, block);
     Print_text(block.str());
-    Main_inc_dir_investigator(v, working, vertices, cliques, overlaps, node_cliques);
+    Investigate_node(v, working, vertices, full, full, processed, cliques, overlaps, node_cliques,
+                     kPlainDirSteps);
+    processed[v] = 1;
     working.erase(v);
   }
   std::ostringstream closing;

@@ -123,6 +123,15 @@ void Set_overlap(OverlapRow& row, const std::uint32_t& clique, const std::uint32
   }
 }
 
+void Order_rows_by_share(OverlapMatrix& overlaps) {
+  for (OverlapRow& row : overlaps.rows) {
+    std::sort(row.begin(), row.end(), [](const Overlap& a, const Overlap& b) {
+      return a.shared != b.shared ? a.shared > b.shared : a.clique < b.clique;
+    });
+  }
+  overlaps.by_share = true;
+}
+
 std::uint32_t Max_clique_size_in_cl_vec(const CliqueList& cliques) {
   std::uint32_t largest = 0;
   for (const Clique& clique : cliques) {

@@ -37,6 +37,9 @@ std::uint32_t Overlap_of(const OverlapRow& row, const std::uint32_t& clique);
 // Stores (clique, shared) in the row, replacing an entry for the same clique; keeps the order.
 void Set_overlap(OverlapRow& row, const std::uint32_t& clique, const std::uint32_t& shared);
 
+// Orders every stored row by shared count, largest first, ties by clique, and sets by_share.
+void Order_rows_by_share(OverlapMatrix& overlaps);
+
 // The largest clique size in the list, 0 for an empty list.
 std::uint32_t Max_clique_size_in_cl_vec(const CliqueList& cliques);
 

@@ -219,6 +219,16 @@ bool OverlapRows::Row(const std::uint32_t& c, const std::vector<std::int32_t>& l
 bool OverlapRows::Stored_row(const std::uint32_t& c, const std::vector<std::int32_t>& labels,
                              const bool& free_only, CliqueIndexList& out) const {
   if (c >= overlaps_.rows.size()) return false;
+  if (overlaps_.by_share) {
+    const OverlapRow& row = overlaps_.rows[c];
+    for (const Overlap& entry : row) {
+      if (entry.shared < need_) break;
+      if (free_only && entry.clique < labels.size() && labels[entry.clique] >= 0) continue;
+      out.push_back(entry.clique);
+    }
+    std::sort(out.begin(), out.end());
+    return !row.empty() && row.front().shared >= k_;
+  }
   bool qualifies = false;
   for (const Overlap& entry : overlaps_.rows[c]) {
     if (entry.shared >= k_) qualifies = true;

@@ -30,7 +30,7 @@ std::uint32_t Min_shared_for_run(bool fixed_k_flag, std::uint32_t fixed_k) {
 
 namespace {
 
-void Run_stages(int argc, char** argv) {
+void Run_stages(int argc, char** argv, RunStage& stage) {
   std::string out_dir;
   LinkMap links;
   bool time_flag = false;
@@ -53,18 +53,22 @@ void Run_stages(int argc, char** argv) {
   std::uint32_t n_exact = 0;
 
   Print_line(" Reading input ...");
+  stage = {"reading the switches and the links", true};
   Process_input(argc, argv, out_dir, links, max_time, time_flag, directed, intensity_flag,
                 intensity, fixed_k_flag, fixed_k, weighted, com_flag, alap_szoveg);
   Extend_alap_szoveg(alap_szoveg, intensity_flag, intensity, directed, time_flag, max_time,
                      fixed_k_flag, fixed_k);
+  stage = {"preparing the results directory", false};
   Check_out_dir(out_dir);
   Kiir_params(out_dir, alap_szoveg);
+  stage = {"writing the graph file", true};
   Kiir_graph(links, out_dir, directed, alap_szoveg, weighted);
   Print_underscores(15);
   Print_line(" Links read OK.");
 
   Print_underscores(20);
   Print_line(" Converting links...");
+  stage = {"converting the links", true};
   Convert_s_links(index_links, names, links, directed);
   LinkMap().swap(links);
   Print_line(" Links converted OK, total number of " + std::to_string(index_links.size()) +
@@ -73,6 +77,7 @@ void Run_stages(int argc, char** argv) {
 
   Print_underscores(34);
   Print_line(" Preparing graph from the links...");
+  stage = {"preparing the graph from the links", true};
   if (directed) {
     Dir_vtx_map_from_link_map(directed_vertices, index_links);
     vertex_count = static_cast<std::uint32_t>(directed_vertices.size());
@@ -87,20 +92,27 @@ void Run_stages(int argc, char** argv) {
   // memory of a machine on networks with many overlapping cliques.
   overlaps.on_demand = true;
   n_exact = 0;
+  stage = {"searching the cliques", true};
   Find_cliques(time_flag, directed, cliques, overlaps, directed_vertices, vertices, n_exact,
                max_time);
+  // From here on only percolation reads a stored matrix, at one k at a time.
+  if (!overlaps.on_demand) Order_rows_by_share(overlaps);
   Print_underscores(27);
   Print_line(" Writing cliques to disk...");
+  stage = {"writing the cliques", true};
   Kiir_cliques_VN(out_dir, cliques, names, n_exact, com_flag, alap_szoveg);
   Print_line(" done.");
 
   const std::uint32_t largest = Max_clique_size_in_cl_vec(cliques);
   const OutputTables tables(names, index_links);
   if (fixed_k_flag) {
+    // A k above every clique finds nothing: memory running out there is not the network's doing.
+    stage = {"extracting the communities at k=" + std::to_string(fixed_k), fixed_k <= largest};
     Find_coms(fixed_k, cliques, overlaps, n_exact, com_flag, alap_szoveg, out_dir, names,
               vertex_count, intensity_flag, intensity, index_links, largest, tables);
   } else {
     for (std::uint32_t k = largest; k > 2; --k) {
+      stage = {"extracting the communities at k=" + std::to_string(k), true};
       Find_coms(k, cliques, overlaps, n_exact, com_flag, alap_szoveg, out_dir, names, vertex_count,
                 intensity_flag, intensity, index_links, largest, tables);
     }
@@ -110,12 +122,20 @@ void Run_stages(int argc, char** argv) {
 
 }  // namespace
 
+std::string Out_of_memory_message(const RunStage& stage) {
+  std::string message = "ERROR: out of memory while " + stage.doing;
+  return stage.network ? message + "; the network is too large for this machine's memory."
+                       : message + ".";
+}
+
 int Run(int argc, char** argv) {
+  RunStage stage;
   try {
     Print_banner();
-    Run_stages(argc, argv);
+    Run_stages(argc, argv, stage);
   } catch (const std::bad_alloc&) {
-    Print_line("ERROR: out of memory; the network is too large for this machine's memory.");
+    // Every structure of the run is gone by now: there is room again for the message.
+    Print_line(Out_of_memory_message(stage));
   } catch (const std::exception& error) {
     Print_line(error.what());
   }

@@ -41,10 +41,14 @@ using OverlapRow = std::vector<Overlap>;
 // at least k - 1 nodes: a run whose every k is at least 3 needs 2, a run at one k needs k - 1.
 // With on_demand set the searches store no rows at all and percolation computes each row from
 // the clique list when it reads it; memory then grows with the clique list, not with the pairs.
+// With by_share set the rows are ordered by shared count, largest first (ties by clique), which
+// lets percolation at k read only the entries sharing at least k - 1 nodes; look-ups by clique
+// (Overlap_of, Set_overlap) need the plain ascending order.
 struct OverlapMatrix {
   std::vector<OverlapRow> rows;
   std::uint32_t min_shared = 1;
   bool on_demand = false;
+  bool by_share = false;
 };
 
 using Community = NodeList;

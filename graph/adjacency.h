@@ -1,6 +1,7 @@
-// The neighbour sets of a vertex map laid out as one ascending array per node, side by side, for
-// the searches' hot loops: Of(v) is v's neighbours in ascending order, empty for a node without
-// a record. The arrays are a snapshot: later changes to the map do not reach them.
+// The neighbour sets of a vertex map (or any one set of each record) laid out as one ascending
+// array per node, side by side, for the searches' hot loops: Of(v) is v's set in ascending
+// order, empty for a node without a record. The arrays are a snapshot: later changes to the map
+// do not reach them.
 #pragma once
 
 #include <cstdint>
@@ -13,17 +14,24 @@ namespace kcp {
 
 class Adjacency {
  public:
+  // The neighbour sets of the records.
   template <typename VertexMap>
-  explicit Adjacency(const VertexMap& vertices) {
+  explicit Adjacency(const VertexMap& vertices)
+      : Adjacency(vertices,
+                  [](const auto& record) -> const NodeSet& { return record.Neighs_c(); }) {}
+
+  // The sets that `sets` gives for each record (say the in-neighbours of a directed record).
+  template <typename VertexMap, typename Sets>
+  Adjacency(const VertexMap& vertices, Sets sets) {
     const std::size_t bound = vertices.empty() ? 0 : std::size_t{vertices.rbegin()->first} + 1;
     begin_.assign(bound + 1, 0);
     for (const auto& [index, record] : vertices) {
-      begin_[index + std::size_t{1}] = static_cast<std::uint32_t>(record.Neighs_c().size());
+      begin_[index + std::size_t{1}] = static_cast<std::uint32_t>(sets(record).size());
     }
     for (std::size_t v = 0; v < bound; ++v) begin_[v + 1] += begin_[v];
     neighbours_.reserve(begin_[bound]);
     for (const auto& [index, record] : vertices) {
-      neighbours_.insert(neighbours_.end(), record.Neighs_c().begin(), record.Neighs_c().end());
+      neighbours_.insert(neighbours_.end(), sets(record).begin(), sets(record).end());
     }
   }
 

@@ -6,6 +6,7 @@
 #include <random>
 #include <string>
 
+#include "cliques/overlap_matrix.h"
 #include "communities/percolation.h"
 #include "tests/support/brute_communities.h"
 
@@ -179,12 +180,15 @@ TEST(OverlapRows, PercolationOnDemandEqualsPercolationOverTheStoredMatrix) {
     for (const std::uint32_t min_shared : {1u, 2u}) {
       OverlapMatrix stored = testing::Brute_overlap_matrix(cliques, min_shared);
       stored.min_shared = min_shared;
+      OverlapMatrix by_share = stored;
+      Order_rows_by_share(by_share);
       for (std::uint32_t k = 1; k <= largest; k += k < 8 ? 1 : 7) {
         if (std::max(k - 1, 1u) < min_shared) continue;
         SCOPED_TRACE("seed " + std::to_string(seed) + " k " + std::to_string(k));
         const Communities expected = Percolate(cliques, stored, k, n_exact);
         const Communities found = Percolate(cliques, On_demand(), k, n_exact);
         EXPECT_EQ(found, expected);
+        EXPECT_EQ(Percolate(cliques, by_share, k, n_exact), expected);
         communities += static_cast<std::uint32_t>(found.communities.size());
       }
     }
