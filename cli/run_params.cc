@@ -1,8 +1,13 @@
 #include "cli/run_params.h"
 
+#include <algorithm>
+#include <cerrno>
+#include <climits>
+
 #include "cli/base_text.h"
 #include "cli/usage.h"
 #include "driver/xerror_msg.h"
+#include "fsutil/path_query.h"
 #include "graph/link_reader.h"
 #include "text/conversions.h"
 
@@ -11,6 +16,10 @@ namespace kcp {
 namespace {
 
 constexpr std::uint32_t kDefaultDigits = 6;
+
+// Enough decimals for the first 200 characters of a name of any longer count of digits to be
+// those of the full name: beyond the decimals computed from the value only zeros follow.
+constexpr std::uint32_t kShownDigits = 256;
 
 bool Has(const ParamTable& params, const std::string& name) {
   return params.count(name) > 0;
@@ -135,6 +144,22 @@ std::string Results_dir_path(const std::string& input_file, const bool& lower_fl
   return path;
 }
 
+std::size_t Results_dir_path_length(const std::string& input_file, const bool& lower_flag,
+                                    const double& lower, const bool& upper_flag,
+                                    const double& upper, const std::uint32_t& digits,
+                                    const bool& directed, const bool& out_flag,
+                                    const std::string& out_path, const bool& intensity_flag,
+                                    const double& intensity) {
+  std::size_t length = input_file.size() + 6;
+  if (lower_flag) length += 1 + double2string_length(lower, digits);
+  if (lower_flag || upper_flag) length += 2;
+  if (upper_flag) length += 1 + double2string_length(upper, digits);
+  if (directed) length += 2;
+  if (out_flag) length = out_path.size();
+  if (intensity_flag) length += 5 + double2string_length(intensity, digits);
+  return length;
+}
+
 void Process_input(const int& argc, char** const& argv, std::string& out_dir, LinkMap& links,
                    double& max_time, bool& time_flag, bool& directed, bool& intensity_flag,
                    double& intensity, bool& fixed_k_flag, std::uint32_t& fixed_k, bool& weighted,
@@ -176,7 +201,14 @@ void Process_input(const int& argc, char** const& argv, std::string& out_dir, Li
   }
 
   const std::uint32_t digits = digits_flag ? digits_value : kDefaultDigits;
-  out_dir = Results_dir_path(input_file, lower_flag, lower, upper_flag, upper, digits, directed,
+  const std::size_t out_dir_length =
+      Results_dir_path_length(input_file, lower_flag, lower, upper_flag, upper, digits, directed,
+                              out_flag, out_path, intensity_flag, intensity);
+  // A name of PATH_MAX characters or more fails at the creation of the directory whatever it
+  // says; -d takes any count, so only the start of such a name is built, not gigabytes of it.
+  const bool out_dir_too_long = out_dir_length >= PATH_MAX;
+  out_dir = Results_dir_path(input_file, lower_flag, lower, upper_flag, upper,
+                             out_dir_too_long ? std::min(digits, kShownDigits) : digits, directed,
                              out_flag, out_path, intensity_flag, intensity);
   if (time_flag) max_time = time_value;
   if (!lower_flag && !upper_flag && !intensity_flag) {
@@ -185,6 +217,8 @@ void Process_input(const int& argc, char** const& argv, std::string& out_dir, Li
     Read_weighted_links(input_file, links, lower_flag, lower, upper_flag, upper);
     weighted = true;
   }
+  // Where the directory would have been made, with the failure its creation reports.
+  if (out_dir_too_long) throw Xerror_msg(Make_dir_failure(out_dir, out_dir_length, ENAMETOOLONG));
   Generate_com_flag(com_flag, directed, intensity_flag);
   Generate_alap_szoveg(alap_szoveg, input_file, lower_flag, lower, upper_flag, upper);
 }

@@ -2,9 +2,11 @@
 // the command line, prints the detailed help (-h) or the usage with every problem found and then
 // throws Xerror_msg with the empty message; otherwise it derives the results directory path,
 // reads the link file (the reader's exceptions pass through), and builds the community flag and
-// the first lines of the base text.
+// the first lines of the base text. A results directory name of PATH_MAX characters or more is
+// refused after the link file was read, with the Make_dir failure its creation would throw.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -45,5 +47,13 @@ std::string Results_dir_path(const std::string& input_file, const bool& lower_fl
                              const std::uint32_t& digits, const bool& directed,
                              const bool& out_flag, const std::string& out_path,
                              const bool& intensity_flag, const double& intensity);
+
+// The length of Results_dir_path's name for the same arguments, found without building it.
+std::size_t Results_dir_path_length(const std::string& input_file, const bool& lower_flag,
+                                    const double& lower, const bool& upper_flag,
+                                    const double& upper, const std::uint32_t& digits,
+                                    const bool& directed, const bool& out_flag,
+                                    const std::string& out_path, const bool& intensity_flag,
+                                    const double& intensity);
 
 }  // namespace kcp

@@ -1,6 +1,7 @@
 #include "communities/community_assembly.h"
 
 #include <algorithm>
+#include <bit>
 
 namespace kcp {
 
@@ -21,6 +22,22 @@ void CommunityAssembly::Assemble(const CliqueIndexList& members, const CliqueLis
   std::sort(nodes.begin(), nodes.end());
   const std::size_t n = nodes.size();
   for (std::size_t i = 0; i < n; ++i) local_[nodes[i]] = static_cast<std::uint32_t>(i + 1);
+
+  // Many large cliques over a community of moderate size hold each link many times over: their
+  // links are then marked in a bit matrix of the community, a clique's row at a time.
+  const std::size_t words = (n + 63) / 64;
+  std::size_t pairs = 0;
+  std::size_t memberships = 0;
+  for (const std::uint32_t& m : members) {
+    if (m >= cliques.size()) continue;
+    pairs += cliques[m].size() * (cliques[m].size() - 1) / 2;
+    memberships += cliques[m].size();
+  }
+  if (n <= kMatrixNodes && (memberships + n) * words < pairs) {
+    Assemble_in_matrix(members, cliques, nodes, links);
+    for (const NodeIndex& v : nodes) local_[v] = 0;
+    return;
+  }
 
   // Every pair of a member clique, bucketed by its smaller node: members ascend, so a node's
   // later members in a clique are the larger nodes of its pairs.
@@ -63,6 +80,39 @@ void CommunityAssembly::Assemble(const CliqueIndexList& members, const CliqueLis
     for (const std::uint32_t& b : distinct_) links.emplace_back(nodes[a], nodes[b]);
   }
   for (const NodeIndex& v : nodes) local_[v] = 0;
+}
+
+void CommunityAssembly::Assemble_in_matrix(const CliqueIndexList& members,
+                                           const CliqueList& cliques, const NodeList& nodes,
+                                           LinkList& links) {
+  const std::size_t n = nodes.size();
+  const std::size_t words = (n + 63) / 64;
+  matrix_.assign(n * words, 0);
+  std::vector<std::uint64_t> row(words);
+  for (const std::uint32_t& m : members) {
+    if (m >= cliques.size()) continue;
+    std::fill(row.begin(), row.end(), 0);
+    for (const NodeIndex& v : cliques[m]) {
+      const std::uint32_t b = local_[v] - 1;
+      row[b / 64] |= std::uint64_t{1} << (b % 64);
+    }
+    for (const NodeIndex& v : cliques[m]) {
+      std::uint64_t* const target = matrix_.data() + std::size_t{local_[v] - 1} * words;
+      for (std::size_t w = 0; w < words; ++w) target[w] |= row[w];
+    }
+  }
+  // Row a holds a's partners in every member clique; its links are those to larger nodes.
+  for (std::size_t a = 0; a < n; ++a) {
+    const std::uint64_t* const bits = matrix_.data() + a * words;
+    for (std::size_t w = (a + 1) / 64; w < words; ++w) {
+      std::uint64_t word = bits[w];
+      if (w == (a + 1) / 64) word &= ~std::uint64_t{0} << ((a + 1) % 64);
+      for (; word != 0; word &= word - 1) {
+        links.emplace_back(nodes[a],
+                           nodes[w * 64 + static_cast<std::size_t>(std::countr_zero(word))]);
+      }
+    }
+  }
 }
 
 }  // namespace kcp

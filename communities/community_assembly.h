@@ -1,7 +1,8 @@
 // The node set and the link list of a community, from the cliques it took. Nodes ascend; links
 // are the distinct (smaller, larger) node pairs of the member cliques, ascending by the smaller
-// node, then the larger. The work grows with the pairs of the member cliques, never with the
-// square of the community, and the scratch is kept between communities.
+// node, then the larger. The work grows with the pairs of the member cliques, or, when large
+// cliques repeat the same links many times, with their members times the community's size in
+// words; the scratch is kept between communities.
 #pragma once
 
 #include <cstdint>
@@ -18,6 +19,12 @@ class CommunityAssembly {
                 LinkList& links);
 
  private:
+  // Communities up to this many nodes may be assembled in a bit matrix (32 MiB at most).
+  static constexpr std::size_t kMatrixNodes = 16384;
+  void Assemble_in_matrix(const CliqueIndexList& members, const CliqueList& cliques,
+                          const NodeList& nodes, LinkList& links);
+
+  std::vector<std::uint64_t> matrix_;
   std::vector<std::uint32_t> local_;   // node -> its position in `nodes`, plus one; 0 elsewhere
   std::vector<std::uint32_t> bucket_;  // local node -> first of its later members in `later_`
   std::vector<std::uint32_t> later_;

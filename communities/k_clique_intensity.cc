@@ -146,8 +146,9 @@ void Generate_k_cls_from_cls(const CliqueList& cliques, const IndexLinkMap& link
 
   SubLinkTable sub_links;
   double min_log_w = 0;
+  // Never sized by k: it grows only as deep as the cliques walked, so a k above every clique
+  // costs nothing.
   std::vector<std::size_t> partial;
-  partial.reserve(k);
   for (std::size_t p = 0; p < cliques.size(); ++p) {
     const NodeList& clique = cliques[p];
     if (clique.size() < k) continue;

@@ -5,10 +5,22 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 namespace kcp {
 
 int Run(int argc, char** argv);
+
+// What the run is doing, for the message when memory runs out: `network` marks the stages whose
+// needs grow with the network, whose message keeps blaming its size.
+struct RunStage {
+  std::string doing = "starting";
+  bool network = false;
+};
+
+// "ERROR: out of memory while <doing>; the network is too large for this machine's memory." for
+// a stage of the network, "ERROR: out of memory while <doing>." for any other.
+std::string Out_of_memory_message(const RunStage& stage);
 
 // Pairs of cliques sharing fewer nodes than this are not kept in the overlap matrix: the
 // percolation at k reads only pairs sharing k - 1 or more nodes.

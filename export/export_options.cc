@@ -108,7 +108,8 @@ Formats:
 Options:
   -f, --format FORMAT  graphml, json, csv or svg (required)
   -k, --k K            only this k (the directory RESULTS_DIR/k=K must exist)
-  -o, --output FILE    write to FILE instead of standard output
+  -o, --output FILE    write to FILE instead of standard output (never a file
+                       inside RESULTS_DIR)
   -h, --help           show this help and exit
       --version        show the version and exit
 

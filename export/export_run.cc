@@ -43,8 +43,47 @@ void Check_results_dir(const std::string& dir) {
   }
 }
 
+// `path` with a chain of symbolic links at its end followed, then made canonical as far as it
+// exists: where opening it for writing would create or truncate a file.
+std::filesystem::path Write_target(const std::string& path) {
+  namespace fs = std::filesystem;
+  std::error_code error;
+  fs::path target = fs::absolute(path, error);
+  // A dangling link is followed too: writing through it creates the file it names.
+  for (int hops = 0; hops < 40 && fs::is_symlink(fs::symlink_status(target, error)); ++hops) {
+    const fs::path next = fs::read_symlink(target, error);
+    if (error) break;
+    target = next.is_absolute() ? next : target.parent_path() / next;
+  }
+  const fs::path canonical = fs::weakly_canonical(target, error);
+  return error ? target.lexically_normal() : canonical;
+}
+
+bool Lies_within(const std::filesystem::path& path, const std::filesystem::path& root) {
+  auto at = path.begin();
+  for (const auto& part : root) {
+    if (part.empty()) continue;  // the trailing separator of a root like "/"
+    if (at == path.end() || *at != part) return false;
+    ++at;
+  }
+  return true;
+}
+
+// The export must never replace the files it reads: an output anywhere inside the results
+// directory (through symbolic links too) is refused before anything is read or written.
+void Check_output_outside(const std::string& output, const std::string& dir) {
+  std::error_code error;
+  const std::filesystem::path root = std::filesystem::canonical(dir, error);
+  if (error) return;  // the results directory is checked on its own
+  if (Lies_within(Write_target(output), root)) {
+    throw Xerror_msg("refusing to write " + output + ": it lies inside the results directory " +
+                     dir + ", whose files it would overwrite; choose a file outside it");
+  }
+}
+
 RunResults Read_checked(const ExportOptions& options) {
   Check_results_dir(options.results_dir);
+  if (!options.output.empty()) Check_output_outside(options.output, options.results_dir);
   RunResults results = Read_results_dir(options.results_dir, options.k);
   if (options.k) {
     // The reader keeps only the asked-for k; anything else would be a reader fault.

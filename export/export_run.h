@@ -2,7 +2,9 @@
 // with Read_results_dir, writes the chosen format to `out` or to the --output file, and returns
 // the exit status: 0 on success, 1 when reading or writing fails, 2 on a command-line error.
 // Every message goes to `err` as one line beginning "varnel-export: ". With --output the file is
-// opened only after the results were read, and removed again when writing it fails.
+// opened only after the results were read, and removed again when writing it fails; an output
+// path inside the results directory (symbolic links resolved) is refused with status 1 before
+// anything is read.
 #pragma once
 
 #include <ostream>

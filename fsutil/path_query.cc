@@ -4,7 +4,9 @@
 #include <sys/types.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <climits>
 #include <vector>
 
 #include "driver/xerror_msg.h"
@@ -94,6 +96,17 @@ bool Is_there_such_file(const std::string& path) {
   return Is_there_such_file(path, empty, message);
 }
 
+std::string Make_dir_failure(const std::string& path, const std::size_t& length,
+                             const int& error_number) {
+  constexpr std::size_t kShownStart = 200;
+  std::string shown = path;
+  if (length >= PATH_MAX) {
+    shown.resize(std::min(shown.size(), kShownStart));
+    shown += "... (" + std::to_string(length - shown.size()) + " more characters)";
+  }
+  return "ERROR: Make_dir() called with " + shown + " and \n" + Dir_error(error_number);
+}
+
 void Make_dir(const std::string& path) {
   // Each piece keeps its closing '/': "a/b/c" -> "a/", "b/", "c"; "/x/y/" -> "/", "x/", "y/".
   std::vector<std::string> pieces;
@@ -114,7 +127,7 @@ void Make_dir(const std::string& path) {
     if (target.size() > 1 && target.back() == '/') target.pop_back();
     if (!Is_there_such_path(target)) {
       if (mkdir(target.c_str(), 0755) != 0) {
-        throw Xerror_msg("ERROR: Make_dir() called with " + path + " and \n" + Dir_error(errno));
+        throw Xerror_msg(Make_dir_failure(path, path.size(), errno));
       }
     }
   }

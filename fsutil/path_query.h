@@ -4,6 +4,7 @@
 // (mode 0755) and throws Xerror_msg when a mkdir fails.
 #pragma once
 
+#include <cstddef>
 #include <list>
 #include <string>
 
@@ -19,6 +20,12 @@ bool Is_there_such_file(const std::string& path, bool& empty, std::string& messa
 bool Is_there_such_file(const std::string& path);
 
 void Make_dir(const std::string& path);
+// The text Make_dir throws when a mkdir fails with `error_number` on `path`, a path of `length`
+// characters of which `path` may hold only the start. A path of PATH_MAX characters or more,
+// which no call accepts, is shown by its first 200 characters, "..." and the count of the
+// characters left out.
+std::string Make_dir_failure(const std::string& path, const std::size_t& length,
+                             const int& error_number);
 
 // "/home/ann" gives "", "home", "ann".
 std::list<std::string> Get_path_list(const std::string& path);

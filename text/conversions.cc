@@ -161,6 +161,12 @@ std::string double2string(const double& x, const std::uint32_t& digits) {
   return text + "." + decimals + padding_beyond;
 }
 
+std::size_t double2string_length(const double& x, const std::uint32_t& digits) {
+  if (digits <= kComputedDecimals) return double2string(x, digits).size();
+  // Past the computed decimals only zeros follow, one per digit.
+  return double2string(x, kComputedDecimals).size() + (digits - kComputedDecimals);
+}
+
 std::string int2string(const std::int32_t& n) {
   return std::to_string(n);
 }

@@ -5,6 +5,7 @@
 // program goes through gRound, which sends exact halves up (2.5 -> 3, -0.5 -> 0).
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -26,6 +27,9 @@ bool Convert_from_string(const std::string& text, std::vector<bool>::reference v
 
 // Fixed-point text with exactly `digits` decimals, built digit by digit (see the .cc).
 std::string double2string(const double& x, const std::uint32_t& digits);
+// The length of double2string(x, digits), found without writing the decimals beyond those
+// computed from x (any count of digits is accepted; billions would not fit in memory).
+std::size_t double2string_length(const double& x, const std::uint32_t& digits);
 std::string int2string(const std::int32_t& n);
 std::string int2string(const std::uint32_t& n);
 // Padded with leading zeros to `width` characters (after a minus sign).

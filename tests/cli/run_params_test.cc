@@ -293,6 +293,28 @@ TEST(ResultsDirPath, OutputPathReplacesTheNameButKeepsTheIntensitySuffix) {
             "out");
 }
 
+TEST(ResultsDirPath, LengthIsThatOfTheNameForEveryCombinationOfSwitches) {
+  for (int mask = 0; mask < 32; ++mask) {
+    const bool w = (mask & 1) != 0;
+    const bool big_w = (mask & 2) != 0;
+    const bool d = (mask & 4) != 0;
+    const bool o = (mask & 8) != 0;
+    const bool i = (mask & 16) != 0;
+    for (const std::uint32_t digits : {0u, 1u, 6u, 18u, 19u, 300u}) {
+      SCOPED_TRACE(std::to_string(mask) + " " + std::to_string(digits));
+      EXPECT_EQ(
+          Results_dir_path_length("dir/net.txt", w, 0.9996, big_w, 12.5, digits, d, o, "out/x", i,
+                                  0.35),
+          Results_dir_path("dir/net.txt", w, 0.9996, big_w, 12.5, digits, d, o, "out/x", i, 0.35)
+              .size());
+    }
+  }
+  // "net.txt_files_0." then every decimal, then "_w": far more than one string could hold.
+  EXPECT_EQ(Results_dir_path_length("net.txt", true, 0.0, false, 0, 4294967295u, false, false, "",
+                                    false, 0),
+            std::size_t{16} + 4294967295u + 2);
+}
+
 TEST(GenerateComFlag, NamesTheMethod) {
   std::string flag = "old";
   Generate_com_flag(flag, false, false);
@@ -380,6 +402,29 @@ TEST(ProcessInput, DigitsSwitchShapesTheDerivedName) {
   Write_file(input, "a b 0.8\n");
   EXPECT_EQ(Process({"-i", input, "-d", "0", "-w", "0.7"}).out_dir, input + "_files_0_w");
   EXPECT_EQ(Process({"-i", input, "-W", "1.35", "-d", "3"}).out_dir, input + "_files_w_1.350");
+}
+
+TEST(ProcessInput, NameBeyondPathMaxFailsAsItsCreationWouldWithItsStartShown) {
+  Test_dir tmp;
+  const std::string input = tmp / "a.txt";
+  Write_file(input, "a b 0.8\n");
+  // Every count of digits gives one name: its start, then as many zeros as asked for.
+  for (const std::uint32_t digits : {5000u, 4294967295u}) {
+    const Processed p = Process({"-i", input, "-w", "0", "-d", std::to_string(digits)});
+    const std::string name_start = input + "_files_0." + std::string(200, '0');
+    const std::size_t length = input.size() + 9 + std::size_t{digits} + 2;
+    EXPECT_TRUE(p.threw);
+    EXPECT_EQ(p.thrown, "ERROR: Make_dir() called with " + name_start.substr(0, 200) + "... (" +
+                            std::to_string(length - 200) +
+                            " more characters) and \npathname too long.");
+    EXPECT_EQ(p.printed, "");
+  }
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(tmp.path()),
+                          std::filesystem::directory_iterator()),
+            1);
+  // The link file is still read first: its failure comes before that of the name.
+  EXPECT_THROW(Process({"-i", tmp / "none.txt", "-w", "0", "-d", "4294967295"}),
+               Xep_file_not_found);
 }
 
 TEST(ProcessInput, IntensityAloneReadsWeightsAndSuffixesTheName) {

@@ -196,6 +196,26 @@ TEST(KCliqueGeneration, ConsoleShowsOneBlockPerLargeEnoughCliqueAndTheTotal) {
   EXPECT_EQ(k_cliques, (KCliqueSet{{1, 2, 3, 4}, {2, 4, 5, 7}}));
 }
 
+TEST(KCliqueGeneration, KAboveEveryCliqueYieldsNothingWithoutSizingAnythingByK) {
+  // A buffer sized by k would ask for tens of gigabytes at the largest k and fail.
+  const CliqueList cliques{{1, 2, 3}, {3, 4, 5, 6}};
+  const IndexLinkMap links = Uniform_links(cliques, 2.0);
+  for (const std::uint32_t k : {std::uint32_t{7}, std::uint32_t{1000000000}, 4294967295u}) {
+    KCliqueSet k_cliques;
+    ::testing::internal::CaptureStdout();
+    try {
+      Generate_k_cls_from_cls(cliques, links, k_cliques, k, 0.5);
+    } catch (...) {
+      ::testing::internal::GetCapturedStdout();
+      ADD_FAILURE() << "k=" << k << " threw";
+      continue;
+    }
+    const std::string out = ::testing::internal::GetCapturedStdout();
+    EXPECT_EQ(out, std::string(31, '_') + "\n Altogether 0  k-cliques found.\n") << "k=" << k;
+    EXPECT_TRUE(k_cliques.empty()) << "k=" << k;
+  }
+}
+
 TEST(KCliqueExtension, UnweightedExtensionAddsEveryCompletionAndRestoresThePartialSet) {
   const NodeList clique{10, 20, 30, 40, 50, 60};
   KCliqueSet k_cliques;

@@ -332,5 +332,52 @@ TEST(ExportMain, ReportsErrorsOnStandardErrorWithNonZeroStatus) {
   EXPECT_FALSE(std::filesystem::exists(dir / "never.csv"));
 }
 
+// Every file below a directory with its content.
+std::map<std::string, std::string> Tree_of(const std::string& root) {
+  std::map<std::string, std::string> tree;
+  for (const auto& entry : std::filesystem::recursive_directory_iterator(root)) {
+    tree[entry.path().string()] =
+        entry.is_regular_file() ? testing::Read_file(entry.path().string()) : "(directory)";
+  }
+  return tree;
+}
+
+TEST(ExportMain, RefusesAnOutputInsideTheResultsDirectoryBeforeTouchingAnything) {
+  namespace fs = std::filesystem;
+  Test_dir dir;
+  const std::string results = Make_results(dir, "t.links", "a b\nb c\na c\n", "t_results");
+  ASSERT_FALSE(results.empty());
+  fs::create_symlink(results, dir / "via_link");
+  fs::create_symlink(results + "/graph", dir / "graph_link");
+  fs::create_symlink(results + "/k=3/new.csv", dir / "dangling");
+  const std::map<std::string, std::string> before = Tree_of(results);
+  ASSERT_TRUE(before.contains(results + "/graph"));
+
+  for (const std::string& output :
+       {results + "/graph", results + "/k=3/communities", results + "/k=3/new.csv", results,
+        results + "/", dir / "t_results/../t_results/./cliques", dir / "via_link/graph",
+        dir / "graph_link", dir / "dangling"}) {
+    const ProcessResult run = Run_export(dir, {results, "--format", "csv", "-o", output});
+    EXPECT_EQ(run.status, 1) << output;
+    EXPECT_EQ(run.out, "") << output;
+    EXPECT_TRUE(run.err.starts_with("varnel-export: refusing to write " + output +
+                                    ": it lies inside the results directory " + results))
+        << output << ": " << run.err;
+    EXPECT_EQ(run.err.find('\n'), run.err.size() - 1) << run.err;
+    EXPECT_EQ(Tree_of(results), before) << output;
+  }
+  // The results directory given through the link is the same directory.
+  const ProcessResult linked =
+      Run_export(dir, {dir / "via_link", "-f", "csv", "-o", results + "/out.csv"});
+  EXPECT_EQ(linked.status, 1) << linked.err;
+  EXPECT_EQ(Tree_of(results), before);
+
+  // A name that only begins like the results directory lies outside it.
+  const ProcessResult beside = Run_export(dir, {results, "-f", "csv", "-o", dir / "t_results.csv"});
+  EXPECT_EQ(beside.status, 0) << beside.err;
+  EXPECT_FALSE(testing::Read_file(dir / "t_results.csv").empty());
+  EXPECT_EQ(Tree_of(results), before);
+}
+
 }  // namespace
 }  // namespace kcp

@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <list>
 #include <string>
 #include <utility>
@@ -189,6 +190,30 @@ TEST(MakeDir, FailureNamesThePathAndKeepsWhatWasMadeBefore) {
   EXPECT_EQ(Message_of_make_dir(too_long),
             "ERROR: Make_dir() called with " + too_long + " and \npathname too long.");
   EXPECT_TRUE(testing::Is_dir(dir / "new"));
+}
+
+TEST(MakeDir, PathOfPathMaxCharactersOrMoreIsShownByItsStartAndTheCountLeftOut) {
+  Test_dir dir;
+  const std::string huge = dir / ("made/" + std::string(5000, 'n'));
+  EXPECT_EQ(Message_of_make_dir(huge), "ERROR: Make_dir() called with " + huge.substr(0, 200) +
+                                           "... (" + std::to_string(huge.size() - 200) +
+                                           " more characters) and \npathname too long.");
+  EXPECT_TRUE(testing::Is_dir(dir / "made"));
+}
+
+TEST(MakeDirFailure, ShortensOnlyFromPathMaxCharactersOn) {
+  const std::string just_below(4095, 'a');
+  EXPECT_EQ(Make_dir_failure(just_below, 4095, ENAMETOOLONG),
+            "ERROR: Make_dir() called with " + just_below + " and \npathname too long.");
+  const std::string at_limit = std::string(200, 'b') + std::string(3896, 'c');
+  EXPECT_EQ(Make_dir_failure(at_limit, 4096, ENOENT),
+            "ERROR: Make_dir() called with " + std::string(200, 'b') +
+                "... (3896 more characters) and \nA component of the path file_name does not "
+                "exist.");
+  // Only the start of a path of billions of characters is at hand.
+  EXPECT_EQ(Make_dir_failure(std::string(250, 'd'), 4294967320u, ENAMETOOLONG),
+            "ERROR: Make_dir() called with " + std::string(200, 'd') +
+                "... (4294967120 more characters) and \npathname too long.");
 }
 
 TEST(GetPathList, SplitsAtEverySlash) {

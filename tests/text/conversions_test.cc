@@ -170,6 +170,35 @@ TEST(Conversions, Double2stringWritesExactlyTheAskedDecimals) {
   }
 }
 
+TEST(Conversions, Double2stringLengthCountsWithoutWritingTheText) {
+  struct Case {
+    double value;
+    std::uint32_t decimals;
+    std::size_t expected;
+  };
+  const std::vector<Case> cases = {{0.15, 3, 5},
+                                   {0.9996, 3, 5},
+                                   {9.99999, 1, 4},
+                                   {-2.9999, 2, 5},
+                                   {2.7, 0, 1},
+                                   {3e9, 1, 12},
+                                   {0.5, 20, 22},
+                                   {0.25, 18, 20},
+                                   {9.99, 40, 42},
+                                   {0.0, 4096, 4098},
+                                   {-1.5, 1000, 1003},
+                                   // Ten digits of the whole part and every possible decimal.
+                                   {1234567890.5, 4294967295u, 10 + 1 + std::size_t{4294967295u}},
+                                   {0.0, 4294967295u, 1 + 1 + std::size_t{4294967295u}}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(std::to_string(c.value) + " " + std::to_string(c.decimals));
+    EXPECT_EQ(double2string_length(c.value, c.decimals), c.expected);
+    if (c.decimals <= 5000) {
+      EXPECT_EQ(double2string(c.value, c.decimals).size(), c.expected);
+    }
+  }
+}
+
 TEST(Conversions, Int2stringWritesDecimalPaddedWithLeadingZeros) {
   EXPECT_EQ(int2string(std::int32_t{-12}), "-12");
   EXPECT_EQ(int2string(std::int32_t{0}), "0");
