@@ -147,17 +147,17 @@ struct Local_graph {
   std::vector<Bits> out;  // out[i] holds j when i links to j
   std::vector<Bits> in;   // in[i] holds j when j links to i
 
+  std::vector<Bits> from_only;  // from_only[i] holds j when i links to j one way only
+  std::vector<Bits> to_only;    // to_only[i] holds j when j links to i one way only
+
   // Nodes that i links to one way only (from_i) or that link one way only to i (to_i).
-  Bits One_way_from(const std::size_t& i) const {
-    Bits bits(words);
-    for (std::size_t w = 0; w < words; ++w) bits[w] = out[i][w] & ~in[i][w];
-    return bits;
-  }
-  Bits One_way_to(const std::size_t& i) const {
-    Bits bits(words);
-    for (std::size_t w = 0; w < words; ++w) bits[w] = in[i][w] & ~out[i][w];
-    return bits;
-  }
+  const Bits& One_way_from(const std::size_t& i) const { return from_only[i]; }
+  const Bits& One_way_to(const std::size_t& i) const { return to_only[i]; }
+
+  // Scratch of Is_directed_clique, kept between its calls.
+  mutable std::vector<std::size_t> members;
+  mutable std::vector<std::size_t> waiting;
+  mutable std::vector<std::size_t> ready;
 };
 
 Local_graph Local_graph_of(const NodeIndex& v, const VtxdMap& vertices) {
@@ -182,6 +182,14 @@ Local_graph Local_graph_of(const NodeIndex& v, const VtxdMap& vertices) {
       if (j == n) continue;
       Set(graph.out[i], j);
       Set(graph.in[j], i);
+    }
+  }
+  graph.from_only.assign(n, Bits(graph.words, 0));
+  graph.to_only.assign(n, Bits(graph.words, 0));
+  for (std::size_t i = 0; i < n; ++i) {
+    for (std::size_t w = 0; w < graph.words; ++w) {
+      graph.from_only[i][w] = graph.out[i][w] & ~graph.in[i][w];
+      graph.to_only[i][w] = graph.in[i][w] & ~graph.out[i][w];
     }
   }
   return graph;
@@ -211,7 +219,7 @@ Bits Reached(const Local_graph& graph, const std::size_t& u, const Bits& members
   while (!open.empty()) {
     const std::size_t f = open.back();
     open.pop_back();
-    const Bits next = forwards ? graph.One_way_from(f) : graph.One_way_to(f);
+    const Bits& next = forwards ? graph.One_way_from(f) : graph.One_way_to(f);
     for (std::size_t w = 0; w < graph.words; ++w) {
       std::uint64_t fresh = next[w] & members[w] & ~reached[w];
       reached[w] |= fresh;
@@ -227,7 +235,8 @@ Bits Reached(const Local_graph& graph, const std::size_t& u, const Bits& members
 
 // True when the nodes of `set` are linked pairwise and their one-way links leave no cycle.
 bool Is_directed_clique(const Local_graph& graph, const Bits& set) {
-  std::vector<std::size_t> members;
+  std::vector<std::size_t>& members = graph.members;
+  members.clear();
   for (std::size_t w = 0; w < graph.words; ++w) {
     for (std::uint64_t bits = set[w]; bits != 0; bits &= bits - 1) {
       members.push_back(w * 64 + static_cast<std::size_t>(__builtin_ctzll(bits)));
@@ -240,11 +249,15 @@ bool Is_directed_clique(const Local_graph& graph, const Bits& set) {
       if ((set[w] & ~linked) != 0) return false;
     }
   }
-  // Take away, again and again, the members no remaining member links to one way only.
-  std::vector<std::size_t> waiting(graph.nodes.size(), 0);
-  std::vector<std::size_t> ready;
+  // Take away, again and again, the members no remaining member links to one way only. Only the
+  // members' counts are read, and each is set before it is.
+  std::vector<std::size_t>& waiting = graph.waiting;
+  if (waiting.size() < graph.nodes.size()) waiting.resize(graph.nodes.size());
+  std::vector<std::size_t>& ready = graph.ready;
+  ready.clear();
   for (const std::size_t z : members) {
-    const Bits before = graph.One_way_to(z);
+    const Bits& before = graph.One_way_to(z);
+    waiting[z] = 0;
     for (std::size_t w = 0; w < graph.words; ++w) {
       waiting[z] += static_cast<std::size_t>(__builtin_popcountll(before[w] & set[w]));
     }
@@ -255,7 +268,7 @@ bool Is_directed_clique(const Local_graph& graph, const Bits& set) {
     const std::size_t z = ready.back();
     ready.pop_back();
     ++taken;
-    const Bits after = graph.One_way_from(z);
+    const Bits& after = graph.One_way_from(z);
     for (std::size_t w = 0; w < graph.words; ++w) {
       for (std::uint64_t bits = after[w] & set[w]; bits != 0; bits &= bits - 1) {
         const std::size_t next = w * 64 + static_cast<std::size_t>(__builtin_ctzll(bits));
@@ -454,11 +467,11 @@ struct Dir_search {
   bool Stopped() const { return over; }
 };
 
-// Tighten_dir over the arrays of the search.
+// Tighten_dir over the arrays of a graph that links the candidates as the working graph does.
 GapList Tightened(const GapList& gaps, GapList::const_iterator position, const NodeIndex& x,
-                  const Dir_search& search) {
-  const std::span<const NodeIndex> outs = search.work.outs.Of(x);
-  const std::span<const NodeIndex> ins = search.work.ins.Of(x);
+                  const Dir_arrays& work) {
+  const std::span<const NodeIndex> outs = work.outs.Of(x);
+  const std::span<const NodeIndex> ins = work.ins.Of(x);
   GapList result;
   result.reserve(gaps.size() + 1);
   for (auto gap = gaps.begin(); gap != position; ++gap) {
@@ -517,7 +530,7 @@ void Extend(GapList& gaps, const Bounds& bounds, Dir_search& search) {
     }
     const auto position = list.begin() + static_cast<std::ptrdiff_t>(top.gap);
     const NodeIndex y = position->candidates.front();
-    GapList next = Tightened(list, position, y, search);
+    GapList next = Tightened(list, position, y, search.work);
     Take_first_candidate(list[top.gap]);
     Bounds next_bounds = Add_member(top.bounds, y, search.full);
     if (Enter(next, next_bounds, search)) {
@@ -539,15 +552,15 @@ using Walk_path = std::vector<std::pair<std::size_t, NodeIndex>>;
 // (within a gap any order the links allow can still be built). Taking every node, in an order
 // where those links run forwards, into the first gap that is no earlier than the gaps of the
 // nodes linking to it, finds such a placement whenever there is one.
-bool Can_take_all(const GapList& gaps, const NodeList& rest, const VtxdMap& working) {
+bool Can_take_all(const GapList& gaps, const NodeList& rest, const Dir_arrays& work) {
   const std::size_t n = rest.size();
   std::vector<std::vector<std::size_t>> later(n);
   std::vector<std::size_t> waiting(n, 0);
   for (std::size_t i = 0; i < n; ++i) {
-    const Vtxd& record = Working_record(working, rest[i]);
+    const std::span<const NodeIndex> outs = work.outs.Of(rest[i]);
+    const std::span<const NodeIndex> ins = work.ins.Of(rest[i]);
     for (std::size_t j = 0; j < n; ++j) {
-      if (i != j && record.Oneighs_c().count(rest[j]) != 0 &&
-          record.Ineighs_c().count(rest[j]) == 0) {
+      if (i != j && Holds(outs, rest[j]) && !Holds(ins, rest[j])) {
         later[i].push_back(j);
         ++waiting[j];
       }
@@ -580,9 +593,8 @@ bool Can_take_all(const GapList& gaps, const NodeList& rest, const VtxdMap& work
 // The first path of v's walk that ends with the members M, a clique v must end with. Every
 // order of M is reached by exactly one path, so the walk records M at the first path that can
 // still take in all of M; it is followed step by step, trying the steps in the walk's order.
-Walk_path First_path_to(const NodeIndex& v, const NodeList& M, const VtxdMap& working) {
-  const Vtxd& own = Working_record(working, v);
-  GapList list{Gap{v, Intersection(M, own.Ineighs_c())}, Gap{v, Intersection(M, own.Oneighs_c())}};
+Walk_path First_path_to(const NodeIndex& v, const NodeList& M, const Dir_arrays& work) {
+  GapList list{Gap{v, Intersection(M, work.ins.Of(v))}, Gap{v, Intersection(M, work.outs.Of(v))}};
   NodeList rest;
   for (const NodeIndex m : M) {
     if (m != v) rest.push_back(m);
@@ -597,13 +609,13 @@ Walk_path First_path_to(const NodeIndex& v, const NodeList& M, const VtxdMap& wo
       for (std::size_t g = 0; g < f; ++g) base[g].candidates.clear();
       while (!base[f].candidates.empty() && !moved) {
         const NodeIndex y = base[f].candidates.front();
-        GapList next = Tighten_dir(base, base.begin() + static_cast<std::ptrdiff_t>(f), y, working);
+        GapList next = Tightened(base, base.begin() + static_cast<std::ptrdiff_t>(f), y, work);
         Take_first_candidate(base[f]);
         NodeList rest_after;
         for (const NodeIndex m : rest) {
           if (m != y) rest_after.push_back(m);
         }
-        if (Can_take_all(next, rest_after, working)) {
+        if (Can_take_all(next, rest_after, work)) {
           path.emplace_back(f, y);
           list = std::move(next);
           rest = std::move(rest_after);
@@ -650,7 +662,7 @@ void Walk_node(const NodeIndex& v, Dir_search& search) {
       }
       const auto at_e = L.cbegin() + static_cast<std::ptrdiff_t>(e);
       const NodeIndex w = at_e->candidates.front();
-      GapList R = Tightened(L, at_e, w, search);
+      GapList R = Tightened(L, at_e, w, search.work);
       Take_first_candidate(L[e]);
       Merge_already_full_and_possibs(S, R);
       if (!search.index.Mehet_tovabb(S)) continue;
@@ -670,7 +682,7 @@ void Walk_node(const NodeIndex& v, Dir_search& search) {
           }
           const auto at_f = R.cbegin() + static_cast<std::ptrdiff_t>(f);
           const NodeIndex y = at_f->candidates.front();
-          GapList R2 = Tightened(R, at_f, y, search);
+          GapList R2 = Tightened(R, at_f, y, search.work);
           Take_first_candidate(R[f]);
           Extend(R2, Add_member(R_bounds, y, search.full), search);
         }
@@ -782,7 +794,7 @@ void Investigate_node(const NodeIndex& v, VtxdMap& working, VtxdMap& vertices,
     std::vector<std::pair<Walk_path, std::size_t>> keyed;
     keyed.reserve(targets.size());
     for (std::size_t t = 0; t < targets.size(); ++t) {
-      keyed.emplace_back(First_path_to(v, targets[t], working), t);
+      keyed.emplace_back(First_path_to(v, targets[t], work), t);
     }
     std::sort(keyed.begin(), keyed.end());
     for (const auto& [path, t] : keyed) in_order.push_back(targets[t]);
