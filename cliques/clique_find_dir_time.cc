@@ -109,15 +109,14 @@ void Recurrent_inc_inv_dir_time(GapList& gaps, const VtxdMap& working, const Vtx
 
 void Main_inc_dir_inv_time(const NodeIndex& v, VtxdMap& working, const VtxdMap& vertices,
                            const long double& t0, FoundCliques& found, const double& max_time,
-                           bool& exceeded, Attempt_timer& timer) {
+                           bool& exceeded, Attempt_timer& timer, KnownCliques known_cliques) {
   const Vtxd& own = Working_record(working, v);
   const NodeList N(own.Neighs_c().begin(), own.Neighs_c().end());
-  const auto record = vertices.find(v);
-  if (record == vertices.end()) {
+  if (vertices.find(v) == vertices.end()) {
     throw Xerror_msg("ERROR: Clique_find_dir_time() : node " + std::to_string(v) +
                      " has no vertex record.");
   }
-  Indexed_known known(record->second);
+  Indexed_known known(std::move(known_cliques));
 
   GapList L{Gap{v, NodeList(own.Ineighs_c().begin(), own.Ineighs_c().end())},
             Gap{v, NodeList(own.Oneighs_c().begin(), own.Oneighs_c().end())}};
@@ -205,14 +204,15 @@ void Clique_find_dir_time(CliqueList& cliques, OverlapMatrix& overlaps, VtxdMap&
     const long double t0 = timer.Start();
     found.clear();
     bool exceeded = false;
-    Main_inc_dir_inv_time(v, working, vertices, t0, found, max_time, exceeded, timer);
+    Main_inc_dir_inv_time(v, working, vertices, t0, found, max_time, exceeded, timer,
+                          Clique_find_sub_routines::Known_cliques_of(v, cliques, node_cliques));
     if (exceeded) {
       go_on = Requeue_hard_node(v, skipped, working.size(), queue, "directed cliques");
       for (const auto& [key, clique] : found) pending.insert(clique);
     } else {
       for (const auto& [key, clique] : found) {
         Clique_find_sub_routines::Iktatjuk_az_uj_math_cliquet(cliques, clique, vertices, overlaps,
-                                                              node_cliques);
+                                                              node_cliques, false);
       }
       skipped = 0;
       working.erase(v);

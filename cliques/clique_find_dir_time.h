@@ -17,11 +17,12 @@ void Clique_find_dir_time(CliqueList& cliques, OverlapMatrix& overlaps, VtxdMap&
 
 namespace Clique_find_dir_sub_routines {
 
-// One attempt at node v: fills `found` without registering it; v is unlinked in the working map
-// only when the attempt finished in time.
+// One attempt at node v, which `known` lists the registered cliques of: fills `found` without
+// registering it; v is unlinked in the working map only when the attempt finished in time.
 void Main_inc_dir_inv_time(const NodeIndex& v, VtxdMap& working, const VtxdMap& vertices,
                            const long double& t0, FoundCliques& found, const double& max_time,
-                           bool& exceeded, Clique_find_time_sub_routines::Attempt_timer& timer);
+                           bool& exceeded, Clique_find_time_sub_routines::Attempt_timer& timer,
+                           KnownCliques known);
 
 // Recurrent_inc_inv_dir reading the clock before every further extension and stopping at once,
 // exceeded set, past the limit.

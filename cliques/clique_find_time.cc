@@ -96,7 +96,7 @@ void Register_pending_in(const PendingCliques& pending, CliqueList& cliques, Ver
   for (const NodeList& S : pending) {
     if (!held(S)) {
       Clique_find_sub_routines::Iktatjuk_az_uj_math_cliquet(cliques, S, vertices, overlaps,
-                                                            node_cliques);
+                                                            node_cliques, false);
     }
   }
 }
@@ -105,6 +105,8 @@ void Register_pending_in(const PendingCliques& pending, CliqueList& cliques, Ver
 
 Indexed_known::Indexed_known(const Vtx& record)
     : cliques(Clique_find_sub_routines::Known_cliques_of(record)) {}
+
+Indexed_known::Indexed_known(KnownCliques known) : cliques(std::move(known)) {}
 
 void Indexed_known::Add(NodeList clique) {
   cliques.push_back(std::move(clique));
@@ -222,15 +224,15 @@ void Recurrent_tp_investigator(const NodeIndex& x, const VtxMap& working,
 
 void Clique_find_main_time_part(const NodeIndex& v, VtxMap& working, const VtxMap& vertices,
                                 const long double& t0, const double& max_time, bool& exceeded,
-                                NodeResult& node_result, Attempt_timer& timer) {
+                                NodeResult& node_result, Attempt_timer& timer,
+                                KnownCliques known_cliques) {
   const NodeSet& neighs = Working_neighs(working, v);
   const NodeList N(neighs.begin(), neighs.end());
-  const auto record = vertices.find(v);
-  if (record == vertices.end()) {
+  if (vertices.find(v) == vertices.end()) {
     throw Xerror_msg("ERROR: Clique_find_part_time() : node " + std::to_string(v) +
                      " has no vertex record.");
   }
-  Indexed_known known(record->second);
+  Indexed_known known(std::move(known_cliques));
 
   const NodeIndex only_v[1] = {v};
   std::span<const NodeIndex> P(N);
@@ -325,14 +327,16 @@ void Clique_find_part_time(CliqueList& cliques, OverlapMatrix& overlaps, VtxMap&
     const long double t0 = timer.Start();
     node_result.clear();
     bool exceeded = false;
-    Clique_find_main_time_part(v, working, vertices, t0, max_time, exceeded, node_result, timer);
+    Clique_find_main_time_part(
+        v, working, vertices, t0, max_time, exceeded, node_result, timer,
+        Clique_find_sub_routines::Known_cliques_of(v, cliques, node_cliques));
     if (exceeded) {
       go_on = Requeue_hard_node(v, skipped, working.size(), queue, "cliques");
       pending.insert(node_result.begin(), node_result.end());
     } else {
       for (const NodeList& K : node_result) {
         Clique_find_sub_routines::Iktatjuk_az_uj_math_cliquet(cliques, K, vertices, overlaps,
-                                                              node_cliques);
+                                                              node_cliques, false);
       }
       skipped = 0;
       working.erase(v);

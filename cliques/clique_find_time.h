@@ -73,6 +73,8 @@ class Indexed_known {
  public:
   // The cliques already registered for the node of `record`, each with the node put back in.
   explicit Indexed_known(const Vtx& record);
+  // The cliques already registered for the node, as ascending lists holding it.
+  explicit Indexed_known(KnownCliques known);
   void Add(NodeList clique);
   // Mehet_tovabb(cliques, A ∪ B) for ascending, disjoint A and B.
   bool Mehet_tovabb(std::span<const NodeIndex> A, std::span<const NodeIndex> B = {});
@@ -115,11 +117,12 @@ class Attempt_timer {
 // start + max_time with 3 decimals + ":".
 std::string Time_limited_header(const std::string& start, const double& max_time);
 
-// One attempt at node v: the cliques it finds go to node_result and are not registered; v is
-// unlinked in the working map only when the attempt finished in time.
+// One attempt at node v, which `known` lists the registered cliques of: the cliques it finds go
+// to node_result and are not registered; v is unlinked in the working map only when the attempt
+// finished in time.
 void Clique_find_main_time_part(const NodeIndex& v, VtxMap& working, const VtxMap& vertices,
                                 const long double& t0, const double& max_time, bool& exceeded,
-                                NodeResult& node_result, Attempt_timer& timer);
+                                NodeResult& node_result, Attempt_timer& timer, KnownCliques known);
 
 // Extends C (ascending) by x with the candidates P, depth first on an explicit stack, reading the
 // clock before every further extension and stopping at once, exceeded set, past the limit.

@@ -87,10 +87,6 @@ TEST(CliqueFindDirTime, LimitNoNodeReachesGivesTheExactResultAndTheNote) {
       }
       ASSERT_EQ(timed.cliques, exact.cliques) << "seed " << seed;
       ASSERT_EQ(timed.overlaps.rows, exact.overlaps.rows) << "seed " << seed;
-      for (const auto& [node, vtx] : timed.vertices) {
-        ASSERT_EQ(vtx.Inc_neighs_c(), testing::Inc_neighs_of(exact.cliques, node))
-            << "seed " << seed;
-      }
       ASSERT_TRUE(timed.core.empty());
       ASSERT_TRUE(Lines_starting(timed.printed, {" Exceeded"}).empty());
     }
@@ -121,9 +117,6 @@ void Expect_same_search(const Timed_result& a, const Timed_result& b, const std:
   for (const auto& [node, vtx] : a.core) {
     ASSERT_EQ(vtx.Oneighs_c(), b.core.at(node).Oneighs_c()) << "seed " << seed;
     ASSERT_EQ(vtx.Ineighs_c(), b.core.at(node).Ineighs_c()) << "seed " << seed;
-  }
-  for (const auto& [node, vtx] : a.vertices) {
-    ASSERT_EQ(vtx.Inc_neighs_c(), b.vertices.at(node).Inc_neighs_c()) << "seed " << seed;
   }
 }
 
@@ -224,7 +217,7 @@ TEST(CliqueFindDirTime, CliquesOfGivenUpNodesAreRegisteredOnceWhenNothingHoldsTh
 
   EXPECT_EQ(r.cliques, (CliqueList{{1, 2, 3}}));
   EXPECT_EQ(r.overlaps.rows, (std::vector<OverlapRow>{{{0, 3}}}));
-  EXPECT_EQ(r.vertices.at(1).Inc_neighs_c(), (std::vector<NodeSet>{{2, 3}}));
+  EXPECT_EQ(testing::Inc_neighs_of(r.cliques, 1), (std::vector<NodeSet>{{2, 3}}));
   const std::string tail = std::string(43, '_') + "\n Altogether 1 exact directed cliques found.\n";
   EXPECT_EQ(testing::Tail(r.printed, tail.size()), tail);
   Expect_same_arcs(r.core, core_links);

@@ -114,8 +114,9 @@ TEST(CliqueSearchStage, RemainingCoreIsApproximatedBehindTheExactCliques) {
   EXPECT_EQ(Tail(r.printed, tail.size()), tail);
   // Only the exact clique reaches the incremental sets; the map keeps every node.
   EXPECT_EQ(r.vertices.size(), 6u);
-  EXPECT_EQ(r.vertices.at(4).Inc_neighs_c(), (std::vector<NodeSet>{{5, 6}}));
-  EXPECT_TRUE(r.vertices.at(1).Inc_neighs_c().empty());
+  const CliqueList exact(r.cliques.begin(), r.cliques.begin() + r.n_exact);
+  EXPECT_EQ(testing::Inc_neighs_of(exact, 4), (std::vector<NodeSet>{{5, 6}}));
+  EXPECT_TRUE(testing::Inc_neighs_of(exact, 1).empty());
 }
 
 TEST(CliqueSearchStage, DirectedRemainingCoreIsApproximatedToo) {
