@@ -467,11 +467,10 @@ struct Dir_search {
   bool Stopped() const { return over; }
 };
 
-// Tighten_dir over the arrays of a graph that links the candidates as the working graph does.
-GapList Tightened(const GapList& gaps, GapList::const_iterator position, const NodeIndex& x,
-                  const Dir_arrays& work) {
-  const std::span<const NodeIndex> outs = work.outs.Of(x);
-  const std::span<const NodeIndex> ins = work.ins.Of(x);
+// Tighten_dir with x's in- and out-neighbours given, as sets or as ascending arrays.
+template <typename Neighbours>
+GapList Tighten_with(const GapList& gaps, GapList::const_iterator position, const NodeIndex& x,
+                     const Neighbours& ins, const Neighbours& outs) {
   GapList result;
   result.reserve(gaps.size() + 1);
   for (auto gap = gaps.begin(); gap != position; ++gap) {
@@ -482,6 +481,12 @@ GapList Tightened(const GapList& gaps, GapList::const_iterator position, const N
     result.push_back(Gap{gap->label, Intersection(gap->candidates, outs)});
   }
   return result;
+}
+
+// Tighten_dir over the arrays of a graph that links the candidates as the working graph does.
+GapList Tightened(const GapList& gaps, GapList::const_iterator position, const NodeIndex& x,
+                  const Dir_arrays& work) {
+  return Tighten_with(gaps, position, x, work.ins.Of(x), work.outs.Of(x));
 }
 
 // The start of one call of the walk: returns true when the list goes on to be extended, and
@@ -700,18 +705,7 @@ GapList Tighten_dir(const GapList& gaps, GapList::const_iterator position, const
     throw Xerror_msg("ERROR: Tighten_dir() : the gap to insert into is past the end of the list.");
   }
   const Vtxd& record = Working_record(working, x);
-  const NodeSet& outs = record.Oneighs_c();
-  const NodeSet& ins = record.Ineighs_c();
-  GapList result;
-  result.reserve(gaps.size() + 1);
-  for (auto gap = gaps.begin(); gap != position; ++gap) {
-    result.push_back(Gap{gap->label, Intersection(gap->candidates, ins)});
-  }
-  result.push_back(Gap{x, Intersection(position->candidates, ins)});
-  for (auto gap = position; gap != gaps.end(); ++gap) {
-    result.push_back(Gap{gap->label, Intersection(gap->candidates, outs)});
-  }
-  return result;
+  return Tighten_with(gaps, position, x, record.Ineighs_c(), record.Oneighs_c());
 }
 
 void Merge_already_full_and_possibs(NodeList& S, const GapList& gaps) {
