@@ -39,9 +39,10 @@ using kcp::NodeCliqueMap;
 
 // The steps (extensions) the walk of one node may take. A node whose walk needs more gets its
 // cliques from Maximal_dir_cliques_of instead, each placed where the walk would first record it;
-// both ways register the same cliques in the same order. The direct search costs about what a
-// few steps of the walk cost, so only walks that end almost at once are left to run.
-inline constexpr std::size_t kPlainDirSteps = 20;
+// both ways register the same cliques in the same order. The direct search of a node costs
+// about what a few thousand steps of its walk do; the walk stays cheaper where it goes straight
+// to its cliques, as on a large transitive clique.
+inline constexpr std::size_t kPlainDirSteps = 2500;
 
 // Finds the directed cliques that hold v among the nodes left in `working`, registers them in
 // key order, then unlinks v there (the caller erases it).
