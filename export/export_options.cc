@@ -49,6 +49,10 @@ ExportOptions Parse_export_options(const std::vector<std::string>& args) {
       options.help = true;
       continue;
     }
+    if (arg == "--allow-incomplete") {
+      options.allow_incomplete = true;
+      continue;
+    }
     if (arg == "--version") {
       options.version = true;
       continue;
@@ -92,7 +96,7 @@ ExportOptions Parse_export_options(const std::vector<std::string>& args) {
 }
 
 std::string Export_help_text() {
-  return R"(Usage: varnel-export RESULTS_DIR --format FORMAT [--k K] [-o FILE]
+  return R"(Usage: varnel-export RESULTS_DIR --format FORMAT [--k K] [-o FILE] [--allow-incomplete]
 
 Writes the results directory of a varnel run in a format other tools read.
 
@@ -110,6 +114,9 @@ Options:
   -k, --k K            only this k (the directory RESULTS_DIR/k=K must exist)
   -o, --output FILE    write to FILE instead of standard output (never a file
                        inside RESULTS_DIR)
+      --allow-incomplete
+                       export what an interrupted run left: without it, results
+                       lacking any file the run writes are refused (status 1)
   -h, --help           show this help and exit
       --version        show the version and exit
 

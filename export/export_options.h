@@ -1,5 +1,6 @@
 // The command line of varnel-export: RESULTS_DIR and the options --format/-f, --k/-k,
-// --output/-o (each as "--name VALUE", "--name=VALUE" or "-x VALUE"), --help/-h, --version
+// --output/-o (each as "--name VALUE", "--name=VALUE" or "-x VALUE"), --allow-incomplete,
+// --help/-h, --version
 // and "--" ending the options. Parse_export_options throws Xerror_msg with a one-line message
 // on an unknown option, a missing or repeated value, an unknown format, a k that is not a whole
 // number of at least 3, or a missing or second directory; --help and --version skip the checks.
@@ -19,6 +20,7 @@ struct ExportOptions {
   ExportFormat format = ExportFormat::kGraphml;
   std::optional<std::uint32_t> k;
   std::string output;  // "" for standard output
+  bool allow_incomplete = false;
   bool help = false;
   bool version = false;
 };

@@ -12,6 +12,7 @@
 #include "export/graphml_writer.h"
 #include "export/json_writer.h"
 #include "export/svg_plots.h"
+#include "results/completeness.h"
 #include "results/run_results.h"
 
 namespace kcp {
@@ -81,10 +82,10 @@ void Check_output_outside(const std::string& output, const std::string& dir) {
   }
 }
 
-RunResults Read_checked(const ExportOptions& options) {
+RunResults Read_checked(const ExportOptions& options, std::ostream& err) {
   Check_results_dir(options.results_dir);
   if (!options.output.empty()) Check_output_outside(options.output, options.results_dir);
-  RunResults results = Read_results_dir(options.results_dir, options.k);
+  RunResults results = Read_results_dir(options.results_dir, options.k, options.allow_incomplete);
   if (options.k) {
     // The reader keeps only the asked-for k; anything else would be a reader fault.
     std::erase_if(results.per_k, [&](const KResults& at_k) { return at_k.k != *options.k; });
@@ -92,6 +93,10 @@ RunResults Read_checked(const ExportOptions& options) {
       throw Xerror_msg(options.results_dir +
                        " holds no results for k=" + std::to_string(*options.k));
     }
+  }
+  if (!results.missing.empty()) {
+    Report(err,
+           "warning: exporting incomplete results; missing " + Missing_summary(results.missing));
   }
   return results;
 }
@@ -169,7 +174,7 @@ int Run_export(const std::vector<std::string>& args, std::ostream& out, std::ost
     return out ? 0 : 1;
   }
   try {
-    const RunResults results = Read_checked(options);
+    const RunResults results = Read_checked(options, err);
     if (!options.output.empty()) {
       Write_to_file(options, results);
       return 0;
@@ -178,6 +183,8 @@ int Run_export(const std::vector<std::string>& args, std::ostream& out, std::ost
     out.flush();
     if (!out) throw Xerror_msg("could not write to standard output");
     return 0;
+  } catch (const Xincomplete_results& error) {
+    Report(err, std::string(error.what()) + " (--allow-incomplete exports what is there)");
   } catch (const Xerror_msg& error) {
     Report(err, error.what());
   } catch (const std::bad_alloc&) {

@@ -4,7 +4,9 @@
 // Every message goes to `err` as one line beginning "varnel-export: ". With --output the file is
 // opened only after the results were read, and removed again when writing it fails; an output
 // path inside the results directory (symbolic links resolved) is refused with status 1 before
-// anything is read.
+// anything is read. Results lacking files their run writes (an interrupted run) are refused
+// with status 1 unless --allow-incomplete is given; then what is there is exported, after a
+// warning naming what is missing.
 #pragma once
 
 #include <ostream>

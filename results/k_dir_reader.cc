@@ -24,6 +24,13 @@ bool Exists(const std::string& path) {
   return std::filesystem::exists(path, error);
 }
 
+// Whether an optional file is there to be read; one cut to nothing by an interrupted run is not,
+// when the caller reads what such a run left.
+bool Present(const std::string& path, const RunContext& run) {
+  std::error_code error;
+  return Exists(path) && !(run.empty_is_absent && std::filesystem::file_size(path, error) == 0);
+}
+
 std::string Run_kind(const std::string& flag) {
   return flag.empty() ? "a plain run" : "a " + flag + " run";
 }
@@ -157,7 +164,7 @@ void Read_distributions(const std::string& k_dir, const std::string& prefix, con
     for (const char* stem : kStems) {
       const std::string key = std::string(stem) + suffix;
       const std::string path = k_dir + "/" + prefix + key;
-      if (!Exists(path)) continue;
+      if (!Present(path, run)) continue;
       DistributionFile file = Read_distribution_file(path);
       Check_frame(path, &file.flag, file.k, file.alap_szoveg, 2, k, run);
       if (file.stem + file.suffix != key) {
@@ -198,7 +205,7 @@ KResults Read_k_dir(const std::string& k_dir, const std::uint32_t& k, const RunC
 
   if (run.flavour == "intensity") {
     const std::string path = k_dir + "/k-cliques";
-    if (Exists(path)) {
+    if (Present(path, run)) {
       const KCliquesFile file = Read_k_cliques_file(path, *run.numbering);
       Check_frame(path, nullptr, file.k, file.alap_szoveg, 1, k, run);
       result.k_cliques.reserve(file.k_cliques.size());
@@ -208,11 +215,11 @@ KResults Read_k_dir(const std::string& k_dir, const std::uint32_t& k, const RunC
     }
   } else {
     const std::string path = k_dir + "/" + prefix + "communities_cliques";
-    if (Exists(path)) Read_community_cliques(path, k, run, communities, result);
+    if (Present(path, run)) Read_community_cliques(path, k, run, communities, result);
   }
 
   const std::string graph_path = k_dir + "/graph_of_" + prefix + "communities";
-  if (Exists(graph_path)) Read_community_graph(graph_path, k, run, communities, result);
+  if (Present(graph_path, run)) Read_community_graph(graph_path, k, run, communities, result);
   Read_distributions(k_dir, prefix, k, run, result);
   return result;
 }

@@ -22,6 +22,8 @@ struct RunContext {
   Node_numbering* numbering = nullptr;
   // Null when the run left no clique file.
   const CliqueFile* cliques = nullptr;
+  // An empty optional file is taken as absent (reading what an interrupted run left).
+  bool empty_is_absent = false;
 };
 
 KResults Read_k_dir(const std::string& k_dir, const std::uint32_t& k, const RunContext& run);

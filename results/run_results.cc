@@ -6,6 +6,7 @@
 
 #include "driver/xerror_msg.h"
 #include "results/clique_file_reader.h"
+#include "results/completeness.h"
 #include "results/graph_file_reader.h"
 #include "results/k_dir_reader.h"
 #include "results/line_tokeniser.h"
@@ -50,7 +51,8 @@ std::vector<std::string> Names_of(const NodeList& nodes, const std::vector<std::
 
 }  // namespace
 
-RunResults Read_results_dir(const std::string& dir, const std::optional<std::uint32_t>& only_k) {
+RunResults Read_results_dir(const std::string& dir, const std::optional<std::uint32_t>& only_k,
+                            bool allow_incomplete) {
   std::error_code error;
   if (!fs::exists(dir, error)) Fail_in_file(dir, 0, "no such results directory");
   if (!fs::is_directory(dir, error)) Fail_in_file(dir, 0, "this is not a directory");
@@ -100,7 +102,9 @@ RunResults Read_results_dir(const std::string& dir, const std::optional<std::uin
   run.numbering = &numbering;
   CliqueFile cliques;
   const std::string clique_path = dir + (graph.directed ? "/directed_cliques" : "/cliques");
-  if (Exists(clique_path)) {
+  std::error_code size_error;
+  const bool cut_to_nothing = Exists(clique_path) && fs::file_size(clique_path, size_error) == 0;
+  if (Exists(clique_path) && !(allow_incomplete && cut_to_nothing)) {
     cliques = Read_clique_file(clique_path, numbering);
     if (cliques.flag != (graph.directed ? "directed" : "")) {
       Fail_in_file(clique_path, 1, "the header does not match the file name");
@@ -133,9 +137,34 @@ RunResults Read_results_dir(const std::string& dir, const std::optional<std::uin
   } else {
     ks = List_k_dirs(dir);
   }
-  for (const std::uint32_t k : ks) {
-    results.per_k.push_back(Read_k_dir(dir + "/k=" + std::to_string(k), k, run));
+  ResultsLayout layout{dir, results.flavour, results.alap_szoveg, std::nullopt,
+                       run.cliques != nullptr};
+  for (const NodeList& clique : cliques.cliques) {
+    const auto size = static_cast<std::uint32_t>(clique.size());
+    layout.largest_clique = std::max(layout.largest_clique.value_or(0), size);
   }
+  std::vector<std::string> missing = Missing_results(layout, only_k);
+  if (!missing.empty() && !allow_incomplete) {
+    throw Xincomplete_results("ERROR: " + dir +
+                              ": the results are incomplete, as an interrupted run leaves them: "
+                              "missing " +
+                              Missing_summary(missing));
+  }
+
+  run.empty_is_absent = allow_incomplete;
+  const std::string prefix = results.flavour.empty() ? "" : results.flavour + "_";
+  for (const std::uint32_t k : ks) {
+    const std::string label = "k=" + std::to_string(k);
+    // Without its communities and their links a directory holds nothing to export.
+    const auto lacks = [&](const std::string& name) {
+      return std::find_if(missing.begin(), missing.end(), [&](const std::string& item) {
+               return item == label + "/" + name || item == label + "/" + name + " (empty)";
+             }) != missing.end();
+    };
+    if (lacks(prefix + "communities") || lacks(prefix + "communities_links")) continue;
+    results.per_k.push_back(Read_k_dir(dir + "/" + label, k, run));
+  }
+  results.missing = std::move(missing);
   return results;
 }
 

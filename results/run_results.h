@@ -13,6 +13,8 @@
 #include <utility>
 #include <vector>
 
+#include "driver/xerror_msg.h"
+
 namespace kcp {
 
 // One line of the graph file; weight_text is the weight column as written ("" when unweighted).
@@ -83,14 +85,27 @@ struct RunResults {
   std::vector<CliqueRecord> cliques;
   // Ascending k.
   std::vector<KResults> per_k;
+  // What a run would have written but the directory lacks (only filled when that is allowed).
+  std::vector<std::string> missing;
+};
+
+// Thrown when a results directory lacks files its run writes (see results/completeness.h).
+class Xincomplete_results : public Xerror_msg {
+ public:
+  using Xerror_msg::Xerror_msg;
 };
 
 // Reads the results directory `dir`; with only_k set, only that "k=" directory (which must exist).
+// Unless allow_incomplete is set, a directory lacking any file its run writes is refused with
+// Xincomplete_results naming what is missing. With it set, what is there is read: a "k="
+// directory without its communities or their links is left out, and RunResults::missing lists
+// everything absent.
 // The graph file is required (it tells a results directory), and so are the communities and
 // their links in every "k=" directory read; the clique file, the community cliques, the
 // k-cliques, the community graph and the distributions are read when present. Files are checked
 // against each other (same run description, flavour and k; links and cliques of the listed
 // communities; nodes of the graph file).
-RunResults Read_results_dir(const std::string& dir, const std::optional<std::uint32_t>& only_k);
+RunResults Read_results_dir(const std::string& dir, const std::optional<std::uint32_t>& only_k,
+                            bool allow_incomplete = false);
 
 }  // namespace kcp

@@ -379,5 +379,33 @@ TEST(ExportMain, RefusesAnOutputInsideTheResultsDirectoryBeforeTouchingAnything)
   EXPECT_EQ(Tree_of(results), before);
 }
 
+// An interrupted run: its largest k done, the next one cut short while writing.
+TEST(ExportMain, RefusesIncompleteResultsUnlessAskedToExportWhatIsThere) {
+  namespace fs = std::filesystem;
+  Test_dir dir;
+  const std::string results =
+      Make_results(dir, "t.links",
+                   "a b\na c\na d\nb c\nb d\nc d\nd e\ne f\nd f\nf g\ng h\nf h\n"
+                   "h i\ni j\nh j\na e\n",
+                   "t_results");
+  ASSERT_TRUE(fs::is_directory(results + "/k=4"));
+  testing::Write_file(results + "/k=3/communities_links", "");
+  const ProcessResult refused = Run_export(dir, {results, "--format", "csv"});
+  EXPECT_EQ(refused.status, 1);
+  EXPECT_EQ(refused.out, "");
+  EXPECT_EQ(refused.err, "varnel-export: " + results +
+                             ": the results are incomplete, as an interrupted run leaves them: "
+                             "missing k=3/communities_links (empty) (--allow-incomplete exports "
+                             "what is there)\n");
+
+  const ProcessResult allowed = Run_export(dir, {results, "--format", "csv", "--allow-incomplete"});
+  EXPECT_EQ(allowed.status, 0) << allowed.err;
+  EXPECT_EQ(allowed.err,
+            "varnel-export: warning: exporting incomplete results; missing k=3/communities_links "
+            "(empty)\n");
+  EXPECT_NE(allowed.out.find("\n4,0,"), std::string::npos) << allowed.out;
+  EXPECT_EQ(allowed.out.find("\n3,"), std::string::npos) << allowed.out;
+}
+
 }  // namespace
 }  // namespace kcp

@@ -215,8 +215,6 @@ TEST(RunResults, FilesThatDoNotFitTheRunAreReported) {
   const std::vector<Case> cases = {
       {"k=4/communities", replace("0: a b c d ", "0: a b 17 d "),
        ", line 8: the node \"17\" does not occur in the graph file"},
-      {"k=3/communities_links", [](const std::string& path) { fs::remove(path); },
-       ": the file is missing"},
       {"k=4/size_distribution",
        [&](const std::string& path) {
          Write_file(path, Read_file(dir / "out/k=3/size_distribution"));
@@ -234,12 +232,6 @@ TEST(RunResults, FilesThatDoNotFitTheRunAreReported) {
       {"k=4/communities_cliques", append("1: 7 \n"),
        ": it lists 2 communities (0 of them approximate), but the communities file lists 1 "
        "communities (0 of them approximate)"},
-      {"k=4/communities",
-       [](const std::string& path) {
-         fs::remove(path);
-         fs::create_directory(path);
-       },
-       ": this is a directory, not a result file"},
       {"k=4/overlap_distribution",
        [](const std::string& path) {
          Write_file(path, std::string("\x7f"
@@ -258,6 +250,82 @@ TEST(RunResults, FilesThatDoNotFitTheRunAreReported) {
     EXPECT_EQ(Error_of([&] { Read_results_dir(copy, std::nullopt); }),
               "ERROR: " + copy + "/" + c.file + c.message);
   }
+}
+
+// What an interrupted run leaves: files missing or cut to nothing, k directories never made.
+TEST(RunResults, IncompleteResultsAreRefusedUnlessAllowed) {
+  Test_dir dir;
+  Write_file(dir / "net.links", kLinks);
+  ASSERT_EQ(Run_varnel(dir.path(), {"-i", "net.links", "-o", "out"}), 0);
+  testing::Make_approximate_results(dir / "made");
+  const std::string intro =
+      ": the results are incomplete, as an interrupted run leaves them: missing ";
+  struct Case {
+    std::string run;
+    std::function<void(const std::string&)> change;
+    std::string missing;
+  };
+  const std::vector<Case> cases = {
+      {"out", [](const std::string& run) { fs::remove_all(run + "/k=3"); }, "k=3 (no directory)"},
+      {"out",
+       [](const std::string& run) {
+         Write_file(run + "/k=3/communities_links", "");
+         fs::remove(run + "/k=3/size_distribution");
+         fs::remove(run + "/k=3/degree_distribution");
+       },
+       "k=3/communities_links (empty), k=3/size_distribution, k=3/degree_distribution"},
+      {"out",
+       [](const std::string& run) {
+         fs::remove(run + "/k=4/communities");
+         fs::create_directory(run + "/k=4/communities");
+       },
+       "k=4/communities"},
+      {"out", [](const std::string& run) { fs::remove(run + "/cliques"); }, "cliques"},
+      {"made", [](const std::string& run) { fs::remove(run + "/k=3/overlap_distribution_appr"); },
+       "k=3/overlap_distribution_appr"},
+      {"made",
+       [](const std::string& run) {
+         for (const char* name : {"communities_cliques", "graph_of_communities"}) {
+           fs::remove(run + "/k=4/" + name);
+         }
+         for (const char* stem : {"membership", "size", "overlap", "degree"}) {
+           for (const char* suffix : {"_merged", "_exact", "_appr"}) {
+             fs::remove(run + "/k=4/" + stem + "_distribution" + suffix);
+           }
+         }
+       },
+       "k=4/communities_cliques, k=4/graph_of_communities, k=4/membership_distribution, "
+       "k=4/size_distribution, k=4/overlap_distribution, k=4/degree_distribution"},
+  };
+  int copies = 0;
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.missing);
+    const std::string copy = dir / ("copy" + std::to_string(++copies));
+    fs::copy(dir / c.run, copy, fs::copy_options::recursive);
+    c.change(copy);
+    EXPECT_EQ(Error_of([&] { Read_results_dir(copy, std::nullopt); }),
+              "ERROR: " + copy + intro + c.missing);
+    const RunResults allowed = Read_results_dir(copy, std::nullopt, true);
+    EXPECT_FALSE(allowed.missing.empty());
+  }
+  // Allowed, the k directories that can be read are, and the others are left out.
+  const std::string cut = dir / "cut";
+  fs::copy(dir / "out", cut, fs::copy_options::recursive);
+  Write_file(cut + "/k=3/communities_links", "");
+  Write_file(cut + "/k=4/size_distribution", "");
+  const RunResults what_is_there = Read_results_dir(cut, std::nullopt, true);
+  ASSERT_EQ(what_is_there.per_k.size(), 1u);
+  EXPECT_EQ(what_is_there.per_k[0].k, 4u);
+  EXPECT_EQ(what_is_there.per_k[0].distributions.size(), 3u);
+  EXPECT_EQ(what_is_there.missing,
+            (Names{"k=4/size_distribution (empty)", "k=3/communities_links (empty)"}));
+  // A run at a fixed k is complete with that k alone.
+  Write_file(dir / "w.links", kLinks);
+  ASSERT_EQ(Run_varnel(dir.path(), {"-i", "w.links", "-o", "fixed", "-k", "4"}), 0);
+  EXPECT_EQ(Read_results_dir(dir / "fixed", std::nullopt).per_k.size(), 1u);
+  fs::remove(dir / "fixed/k=4/communities_cliques");
+  EXPECT_EQ(Error_of([&] { Read_results_dir(dir / "fixed", std::nullopt); }),
+            "ERROR: " + (dir / "fixed") + intro + "k=4/communities_cliques");
 }
 
 }  // namespace
