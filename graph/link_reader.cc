@@ -1,14 +1,15 @@
 #include "graph/link_reader.h"
 
 #include <charconv>
+#include <cstring>
 #include <fstream>
 #include <iterator>
 #include <locale>
-#include <memory>
 #include <sstream>
 #include <string_view>
 #include <system_error>
 #include <utility>
+#include <vector>
 
 namespace kcp {
 
@@ -53,6 +54,71 @@ bool Plain_decimal(std::string_view token, double& weight) {
   return true;
 }
 
+// The lines of a stream as std::getline gives them ('\n' ends a line, a last line needs none),
+// read in large blocks. A line longer than kLongestLine is refused: no link file holds one, and
+// an endless input without line ends (/dev/zero) would otherwise fill the memory.
+class Line_source {
+ public:
+  Line_source(std::istream& in, const std::string& file)
+      : in_(in), file_(file), block_(kReadBufferSize) {}
+
+  // The next line, valid until the next call; false at the end of the input.
+  bool Next(std::string_view& line) {
+    if (carried_) {
+      carry_.clear();
+      carried_ = false;
+    }
+    for (;;) {
+      if (begin_ < end_) {
+        const char* const from = block_.data() + begin_;
+        const auto* const stop = static_cast<const char*>(std::memchr(from, '\n', end_ - begin_));
+        const std::size_t length =
+            stop != nullptr ? static_cast<std::size_t>(stop - from) : end_ - begin_;
+        Check_length(carry_.size() + length);
+        if (stop != nullptr && carry_.empty()) {
+          line = std::string_view(from, length);
+          begin_ += length + 1;
+          ++number_;
+          return true;
+        }
+        carry_.append(from, length);
+        begin_ += length;
+        if (stop != nullptr) {
+          ++begin_;
+          return Give_carry(line);
+        }
+      }
+      if (done_) return !carry_.empty() && Give_carry(line);
+      in_.read(block_.data(), static_cast<std::streamsize>(block_.size()));
+      begin_ = 0;
+      end_ = static_cast<std::size_t>(in_.gcount());
+      done_ = !in_;
+    }
+  }
+
+ private:
+  bool Give_carry(std::string_view& line) {
+    line = carry_;
+    carried_ = true;
+    ++number_;
+    return true;
+  }
+  void Check_length(const std::size_t& length) const {
+    if (length > kLongestLine) throw Xep_line_too_long(file_, number_ + 1, kLongestLine);
+  }
+
+  static constexpr std::size_t kLongestLine = std::size_t{1} << 28;
+  std::istream& in_;
+  const std::string& file_;
+  std::vector<char> block_;
+  std::size_t begin_ = 0;
+  std::size_t end_ = 0;
+  bool done_ = false;
+  std::string carry_;
+  bool carried_ = false;
+  std::uint64_t number_ = 0;
+};
+
 struct Thresholds {
   bool lower_flag;
   double lower;
@@ -61,32 +127,33 @@ struct Thresholds {
 };
 
 void Read_links(const std::string& file, LinkMap& links, const Thresholds* thresholds) {
-  const auto buffer = std::make_unique<char[]>(kReadBufferSize);
+  // The lines are read in blocks of their own: the stream needs no buffer.
   std::ifstream in;
-  in.rdbuf()->pubsetbuf(buffer.get(), kReadBufferSize);
+  in.rdbuf()->pubsetbuf(nullptr, 0);
   in.open(file, std::ios::in | std::ios::binary);
   if (!in.is_open()) throw Xep_file_not_found(file);
   links.clear();
 
   const bool weighted = thresholds != nullptr;
-  std::string line;
+  Line_source lines(in, file);
+  std::string_view line;
   // Files often list their links in key order: the place after the last link is then the right
   // place for the next one, and a wrong hint costs only a normal search.
   auto hint = links.end();
-  while (std::getline(in, line)) {
+  while (lines.Next(line)) {
     // No blanks are stripped first: " # x y" is a link from "#" to "x".
     if (line.empty() || line[0] == '#') continue;
     std::size_t pos = 0;
     std::string_view source;
     std::string_view target;
     if (!Next_token(line, pos, source) || !Next_token(line, pos, target)) {
-      throw Xep_wrong_line(line);
+      throw Xep_wrong_line(std::string(line));
     }
     double weight = 0.0;
     if (weighted) {
       std::string_view token;
       if (!Next_token(line, pos, token) || !Read_weight_token(token, weight))
-        throw Xep_wrong_line(line);
+        throw Xep_wrong_line(std::string(line));
     }
     if (source == target) continue;
     // The thresholds judge each line on its own weight, never the sum; deliberate.
@@ -132,6 +199,13 @@ Xep_wrong_line::Xep_wrong_line(const std::string& line) : Xep_read_file(), line(
 Xep_wrong_line::Xep_wrong_line(const std::string& line, const std::string& file)
     : Xep_read_file(file), line(line) {
   message_ = "ERROR: Wrong line found in '" + file + "' :\n" + line;
+}
+
+Xep_line_too_long::Xep_line_too_long(const std::string& file, const std::uint64_t& line,
+                                     const std::size_t& longest)
+    : Xep_read_file(file) {
+  message_ = "ERROR: Line " + std::to_string(line) + " of '" + file + "' is longer than " +
+             std::to_string(longest) + " bytes: this is not a link file.";
 }
 
 void Read_unw_links(const std::string& file, LinkMap& links) {

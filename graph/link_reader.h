@@ -2,10 +2,13 @@
 // weighted reader, a weight; empty lines and lines starting with '#' are skipped, self-links are
 // dropped. The unweighted reader stores 0.0 for every pair; the weighted one sums the weights of
 // the lines of an ordered pair whose own weight lies strictly between the thresholds in force.
-// Throws Xep_file_not_found (LinkMap untouched), Xep_wrong_line at the first unreadable line, or
-// Xep_read_file when the file cannot be read; links read before the failure stay.
+// Throws Xep_file_not_found (LinkMap untouched), Xep_wrong_line at the first unreadable line,
+// Xep_line_too_long at a line of more than 2^28 bytes, or Xep_read_file when the file cannot be
+// read; links read before the failure stay.
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -38,6 +41,12 @@ class Xep_wrong_line : public Xep_read_file {
   Xep_wrong_line(const std::string& line, const std::string& file);
 
   std::string line;
+};
+
+// A line longer than any link file holds (the input is something else, or endless).
+class Xep_line_too_long : public Xep_read_file {
+ public:
+  Xep_line_too_long(const std::string& file, const std::uint64_t& line, const std::size_t& longest);
 };
 
 void Read_unw_links(const std::string& file, LinkMap& links);

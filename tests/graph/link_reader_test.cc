@@ -422,6 +422,33 @@ TEST(LinkReader, MegabyteLines) {
   EXPECT_EQ(std::string(e.what()), Wrong_line_text(long_name));
 }
 
+// Lines are read in blocks of a megabyte: lines cut by a block end read whole.
+TEST(LinkReader, LinesAcrossBlockEnds) {
+  std::string content;
+  LinkMap expected;
+  for (int i = 0; content.size() < 3u << 20; ++i) {
+    const std::string source = "n" + std::to_string(i);
+    const std::string target = std::string(i % 23, 't') + std::to_string(i);
+    content += source + " " + target + (i % 7 == 0 ? "\r\n" : "\n");
+    expected[{source, target}] = 0.0;
+  }
+  EXPECT_EQ(Unw(content), expected);
+}
+
+// An input without line ends, endless or not a link file at all, stops at the first line that
+// outgrows any link file instead of filling the memory.
+TEST(LinkReader, EndlessLineIsRefused) {
+  LinkMap links;
+  try {
+    Read_unw_links("/dev/zero", links);
+    ADD_FAILURE() << "no exception";
+  } catch (const Xep_line_too_long& e) {
+    EXPECT_STREQ(e.what(),
+                 "ERROR: Line 1 of '/dev/zero' is longer than 268435456 bytes: this is not a "
+                 "link file.");
+  }
+}
+
 // Random bytes: every line that is not skipped must either read as a link or stop the read with
 // the line itself in the message.
 TEST(LinkReader, RandomBytesReadOrStopAtALine) {
