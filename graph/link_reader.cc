@@ -5,11 +5,11 @@
 #include <fstream>
 #include <iterator>
 #include <locale>
+#include <memory>
 #include <sstream>
 #include <string_view>
 #include <system_error>
 #include <utility>
-#include <vector>
 
 namespace kcp {
 
@@ -60,7 +60,7 @@ bool Plain_decimal(std::string_view token, double& weight) {
 class Line_source {
  public:
   Line_source(std::istream& in, const std::string& file)
-      : in_(in), file_(file), block_(kReadBufferSize) {}
+      : in_(in), file_(file), block_(std::make_unique_for_overwrite<char[]>(kReadBufferSize)) {}
 
   // The next line, valid until the next call; false at the end of the input.
   bool Next(std::string_view& line) {
@@ -70,7 +70,7 @@ class Line_source {
     }
     for (;;) {
       if (begin_ < end_) {
-        const char* const from = block_.data() + begin_;
+        const char* const from = block_.get() + begin_;
         const auto* const stop = static_cast<const char*>(std::memchr(from, '\n', end_ - begin_));
         const std::size_t length =
             stop != nullptr ? static_cast<std::size_t>(stop - from) : end_ - begin_;
@@ -89,7 +89,7 @@ class Line_source {
         }
       }
       if (done_) return !carry_.empty() && Give_carry(line);
-      in_.read(block_.data(), static_cast<std::streamsize>(block_.size()));
+      in_.read(block_.get(), static_cast<std::streamsize>(kReadBufferSize));
       begin_ = 0;
       end_ = static_cast<std::size_t>(in_.gcount());
       done_ = !in_;
@@ -110,7 +110,7 @@ class Line_source {
   static constexpr std::size_t kLongestLine = std::size_t{1} << 28;
   std::istream& in_;
   const std::string& file_;
-  std::vector<char> block_;
+  std::unique_ptr<char[]> block_;
   std::size_t begin_ = 0;
   std::size_t end_ = 0;
   bool done_ = false;

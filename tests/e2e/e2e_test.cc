@@ -23,6 +23,7 @@
 #include <vector>
 
 #include "gtest/gtest.h"
+#include "tests/e2e/varnel_process.h"
 #include "tests/support/test_dir.h"
 
 namespace kcp::testing {
@@ -51,11 +52,6 @@ std::vector<std::string> Read_args(const std::string& path) {
   return args;
 }
 
-struct Run_result {
-  int status = -1;
-  std::string out;
-};
-
 // The environment entries that put the scripted clock in front of the C library's.
 std::vector<std::pair<std::string, std::string>> Scripted_clock_environment() {
   const char* preload = std::getenv("LD_PRELOAD");
@@ -65,49 +61,6 @@ std::vector<std::pair<std::string, std::string>> Scripted_clock_environment() {
           // A sanitized binary otherwise refuses a library loaded ahead of the sanitizer's runtime.
           {"ASAN_OPTIONS", (asan != nullptr ? std::string(asan) + ":" : std::string()) +
                                "verify_asan_link_order=0"}};
-}
-
-Run_result Run_binary(const std::string& workdir, const std::vector<std::string>& args,
-                      const std::vector<std::pair<std::string, std::string>>& environment) {
-  const std::string out_path = workdir + "/../" + fs::path(workdir).filename().string() + ".out";
-  pid_t pid = fork();
-  if (pid == 0) {
-    if (chdir(workdir.c_str()) != 0) _exit(127);
-    for (const auto& [name, value] : environment) {
-      if (setenv(name.c_str(), value.c_str(), 1) != 0) _exit(127);
-    }
-    int out = open(out_path.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
-    int in = open("/dev/null", O_RDONLY);
-    if (out < 0 || in < 0) _exit(127);
-    dup2(out, 1);
-    dup2(in, 0);
-    std::vector<char*> argv;
-    std::string program = "varnel";
-    argv.push_back(program.data());
-    std::vector<std::string> copies = args;
-    for (auto& a : copies) argv.push_back(a.data());
-    argv.push_back(nullptr);
-    execv(VARNEL_BINARY, argv.data());
-    _exit(127);
-  }
-  Run_result result;
-  int status = 0;
-  waitpid(pid, &status, 0);
-  result.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-  result.out = Read_file(out_path);
-  fs::remove(out_path);
-  return result;
-}
-
-// Relative path -> content ("/" for a directory) of every entry below root.
-std::map<std::string, std::string> Tree(const fs::path& root) {
-  std::map<std::string, std::string> tree;
-  if (!fs::exists(root)) return tree;
-  for (const auto& entry : fs::recursive_directory_iterator(root)) {
-    const std::string rel = fs::relative(entry.path(), root).string();
-    tree[rel] = entry.is_directory() ? std::string("/") : Read_file(entry.path().string());
-  }
-  return tree;
 }
 
 class E2e : public ::testing::TestWithParam<std::string> {};
