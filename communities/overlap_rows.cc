@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <limits>
+#include <new>
 #include <utility>
 
 namespace kcp {
@@ -164,10 +166,15 @@ void OverlapRows::Build_index() {
     // ascending order, so under single nodes one placing pass is enough, and pairs are placed
     // by second node first, then moved, in that order, to the buckets of their first node.
     std::vector<std::uint32_t> by_second(pairs ? nodes + 1 : 0, 0);
+    std::uint64_t total = 0;
     each_entry([&](const NodeIndex& u, const NodeIndex& v, const std::uint32_t&) {
+      ++total;
+      if (total > std::numeric_limits<std::uint32_t>::max()) return;
       ++begin[u + 1];
       if (pairs) ++by_second[v + 1];
     });
+    // Positions are 32-bit: more entries than that would take over 34 GB of lists anyway.
+    if (total > std::numeric_limits<std::uint32_t>::max()) throw std::bad_alloc();
     for (std::size_t u = 0; u < nodes; ++u) begin[u + 1] += begin[u];
     std::vector<std::uint64_t> entries(begin[nodes]);
     std::vector<std::uint32_t> next(begin.begin(), begin.end() - 1);
