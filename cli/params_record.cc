@@ -1,6 +1,6 @@
 #include "cli/params_record.h"
 
-#include "driver/xerror_msg.h"
+#include "core/xerror_msg.h"
 #include "fsutil/dir_prepare.h"
 #include "fsutil/path_query.h"
 #include "fsutil/result_file.h"

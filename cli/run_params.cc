@@ -6,7 +6,7 @@
 
 #include "cli/base_text.h"
 #include "cli/usage.h"
-#include "driver/xerror_msg.h"
+#include "core/xerror_msg.h"
 #include "fsutil/path_query.h"
 #include "graph/link_reader.h"
 #include "text/conversions.h"

@@ -11,7 +11,7 @@
 #include <string>
 
 #include "cli/switches.h"
-#include "driver/types.h"
+#include "core/types.h"
 
 namespace kcp {
 

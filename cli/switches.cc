@@ -5,7 +5,7 @@
 #include <string_view>
 #include <utility>
 
-#include "driver/xerror_msg.h"
+#include "core/xerror_msg.h"
 
 namespace kcp {
 

@@ -7,7 +7,7 @@
 
 #include <cstdint>
 
-#include "driver/types.h"
+#include "core/types.h"
 #include "graph/vertex_map.h"
 
 namespace kcp {

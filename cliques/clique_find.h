@@ -13,8 +13,8 @@
 #include <vector>
 
 #include "cliques/overlap_matrix.h"
-#include "driver/types.h"
-#include "driver/xerror_msg.h"
+#include "core/types.h"
+#include "core/xerror_msg.h"
 #include "graph/vertex_map.h"
 
 namespace kcp {

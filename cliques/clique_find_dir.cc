@@ -8,7 +8,7 @@
 #include <unordered_map>
 
 #include "cliques/search_report.h"
-#include "driver/xerror_msg.h"
+#include "core/xerror_msg.h"
 #include "graph/adjacency.h"
 #include "text/console.h"
 

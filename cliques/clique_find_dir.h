@@ -13,7 +13,7 @@
 
 #include "cliques/clique_find.h"
 #include "cliques/overlap_matrix.h"
-#include "driver/types.h"
+#include "core/types.h"
 #include "graph/vertex_map.h"
 
 namespace kcp {

@@ -6,7 +6,7 @@
 
 #include "cliques/clique_find_dir.h"
 #include "cliques/clique_find_time.h"
-#include "driver/types.h"
+#include "core/types.h"
 #include "graph/vertex_map.h"
 
 namespace kcp {

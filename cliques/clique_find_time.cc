@@ -9,7 +9,7 @@
 #include <utility>
 
 #include "cliques/search_report.h"
-#include "driver/xerror_msg.h"
+#include "core/xerror_msg.h"
 #include "text/console.h"
 
 namespace kcp {

@@ -19,7 +19,7 @@
 #include <vector>
 
 #include "cliques/clique_find.h"
-#include "driver/types.h"
+#include "core/types.h"
 #include "graph/vertex_map.h"
 
 namespace kcp {

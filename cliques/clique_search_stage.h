@@ -8,7 +8,7 @@
 #include <cstdint>
 
 #include "cliques/clique_find_time.h"
-#include "driver/types.h"
+#include "core/types.h"
 #include "graph/vertex_map.h"
 
 namespace kcp {

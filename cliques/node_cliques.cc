@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string>
 
-#include "driver/xerror_msg.h"
+#include "core/xerror_msg.h"
 #include "graph/adjacency.h"
 
 namespace kcp {

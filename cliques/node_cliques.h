@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "cliques/overlap_matrix.h"
-#include "driver/types.h"
+#include "core/types.h"
 #include "graph/adjacency.h"
 #include "graph/vertex_map.h"
 

@@ -8,7 +8,7 @@
 
 #include <cstdint>
 
-#include "driver/types.h"
+#include "core/types.h"
 
 namespace kcp {
 

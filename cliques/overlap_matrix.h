@@ -9,7 +9,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "driver/types.h"
+#include "core/types.h"
 
 namespace kcp {
 

@@ -8,7 +8,7 @@
 #include <ostream>
 #include <string>
 
-#include "driver/types.h"
+#include "core/types.h"
 
 namespace kcp::Clique_find_report_sub_routines {
 

@@ -9,7 +9,7 @@
 #include <ostream>
 #include <string>
 
-#include "driver/types.h"
+#include "core/types.h"
 #include "graph/output_tables.h"
 
 namespace kcp {

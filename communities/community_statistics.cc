@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "driver/xerror_msg.h"
+#include "core/xerror_msg.h"
 
 namespace kcp {
 

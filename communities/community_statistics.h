@@ -6,7 +6,7 @@
 
 #include <cstdint>
 
-#include "driver/types.h"
+#include "core/types.h"
 
 namespace kcp {
 

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "communities/k_clique_intensity.h"
-#include "driver/types.h"
+#include "core/types.h"
 
 namespace kcp {
 

@@ -11,7 +11,7 @@
 #include <set>
 #include <vector>
 
-#include "driver/types.h"
+#include "core/types.h"
 
 namespace kcp {
 

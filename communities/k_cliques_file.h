@@ -8,7 +8,7 @@
 #include <string>
 
 #include "communities/k_clique_intensity.h"
-#include "driver/types.h"
+#include "core/types.h"
 
 namespace kcp {
 

@@ -17,7 +17,7 @@
 #include <span>
 #include <vector>
 
-#include "driver/types.h"
+#include "core/types.h"
 
 namespace kcp {
 

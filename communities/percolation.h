@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "communities/overlap_rows.h"
-#include "driver/types.h"
+#include "core/types.h"
 
 namespace kcp {
 

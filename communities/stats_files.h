@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <string>
 
-#include "driver/types.h"
+#include "core/types.h"
 
 namespace kcp {
 

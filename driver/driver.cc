@@ -13,7 +13,7 @@
 #include "cliques/clique_search_stage.h"
 #include "cliques/overlap_matrix.h"
 #include "communities/community_stage.h"
-#include "driver/types.h"
+#include "core/types.h"
 #include "graph/graph_output.h"
 #include "graph/node_index.h"
 #include "graph/vertex_map.h"

@@ -7,7 +7,7 @@
 #include <unordered_set>
 #include <utility>
 
-#include "driver/xerror_msg.h"
+#include "core/xerror_msg.h"
 #include "export/safe_text.h"
 
 namespace kcp {

@@ -2,7 +2,7 @@
 
 #include <charconv>
 
-#include "driver/xerror_msg.h"
+#include "core/xerror_msg.h"
 
 namespace kcp {
 

@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include "driver/xerror_msg.h"
+#include "core/xerror_msg.h"
 #include "export/csv_writer.h"
 #include "export/export_network.h"
 #include "export/export_options.h"

@@ -1,4 +1,4 @@
-#include "driver/xerror_msg.h"
+#include "core/xerror_msg.h"
 #include "fsutil/dir_prepare.h"
 #include "fsutil/path_query.h"
 #include "fsutil/user_answer.h"

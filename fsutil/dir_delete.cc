@@ -2,7 +2,7 @@
 
 #include <cerrno>
 
-#include "driver/xerror_msg.h"
+#include "core/xerror_msg.h"
 #include "fsutil/dir_prepare.h"
 #include "fsutil/path_query.h"
 

@@ -1,6 +1,6 @@
 #include "fsutil/dir_prepare.h"
 
-#include "driver/xerror_msg.h"
+#include "core/xerror_msg.h"
 #include "fsutil/path_query.h"
 #include "fsutil/user_answer.h"
 #include "text/console.h"

@@ -9,7 +9,7 @@
 #include <climits>
 #include <vector>
 
-#include "driver/xerror_msg.h"
+#include "core/xerror_msg.h"
 
 namespace kcp {
 

@@ -1,7 +1,7 @@
 #include <cerrno>
 #include <cstdio>
 
-#include "driver/xerror_msg.h"
+#include "core/xerror_msg.h"
 #include "fsutil/dir_prepare.h"
 #include "fsutil/path_query.h"
 #include "fsutil/user_answer.h"

@@ -2,7 +2,7 @@
 
 #include <iostream>
 
-#include "driver/xerror_msg.h"
+#include "core/xerror_msg.h"
 
 namespace kcp {
 

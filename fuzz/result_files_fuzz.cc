@@ -4,7 +4,7 @@
 // naming it.
 #include <filesystem>
 
-#include "driver/xerror_msg.h"
+#include "core/xerror_msg.h"
 #include "fuzz/fuzz_files.h"
 #include "results/clique_file_reader.h"
 #include "results/community_files_reader.h"

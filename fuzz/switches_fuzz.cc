@@ -5,7 +5,7 @@
 #include <cstdlib>
 
 #include "cli/run_params.h"
-#include "driver/xerror_msg.h"
+#include "core/xerror_msg.h"
 #include "fuzz/fuzz_files.h"
 #include "graph/link_reader.h"
 

@@ -8,7 +8,7 @@
 #include <span>
 #include <vector>
 
-#include "driver/types.h"
+#include "core/types.h"
 
 namespace kcp {
 

@@ -6,7 +6,7 @@
 
 #include <string>
 
-#include "driver/types.h"
+#include "core/types.h"
 
 namespace kcp {
 

@@ -13,7 +13,7 @@
 #include <string>
 #include <string_view>
 
-#include "driver/types.h"
+#include "core/types.h"
 
 namespace kcp {
 

@@ -4,7 +4,7 @@
 // directed: keys keep their direction. Both outputs are cleared first; throws nothing of its own.
 #pragma once
 
-#include "driver/types.h"
+#include "core/types.h"
 
 namespace kcp {
 

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <utility>
 
-#include "driver/xerror_msg.h"
+#include "core/xerror_msg.h"
 
 namespace kcp {
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "driver/types.h"
+#include "core/types.h"
 #include "graph/vtx.h"
 
 namespace kcp {

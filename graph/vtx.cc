@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "driver/xerror_msg.h"
+#include "core/xerror_msg.h"
 
 namespace kcp {
 

@@ -9,7 +9,7 @@
 #include <cstdint>
 #include <string>
 
-#include "driver/types.h"
+#include "core/types.h"
 #include "results/node_numbering.h"
 
 namespace kcp {

@@ -10,7 +10,7 @@
 #include <string>
 
 #include "communities/percolation.h"
-#include "driver/types.h"
+#include "core/types.h"
 #include "results/node_numbering.h"
 
 namespace kcp {

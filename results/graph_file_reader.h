@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "driver/types.h"
+#include "core/types.h"
 #include "results/node_numbering.h"
 #include "results/run_results.h"
 

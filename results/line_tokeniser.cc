@@ -8,7 +8,7 @@
 #include <cerrno>
 #include <cstring>
 
-#include "driver/xerror_msg.h"
+#include "core/xerror_msg.h"
 
 namespace kcp {
 

@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-#include "driver/types.h"
+#include "core/types.h"
 
 namespace kcp {
 

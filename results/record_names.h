@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-#include "driver/types.h"
+#include "core/types.h"
 #include "results/line_tokeniser.h"
 #include "results/node_numbering.h"
 

@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <system_error>
 
-#include "driver/xerror_msg.h"
+#include "core/xerror_msg.h"
 #include "results/clique_file_reader.h"
 #include "results/completeness.h"
 #include "results/graph_file_reader.h"

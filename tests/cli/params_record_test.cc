@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <string>
 
-#include "driver/xerror_msg.h"
+#include "core/xerror_msg.h"
 #include "tests/support/test_dir.h"
 
 namespace kcp {

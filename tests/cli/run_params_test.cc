@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "driver/xerror_msg.h"
+#include "core/xerror_msg.h"
 #include "graph/link_reader.h"
 #include "tests/cli/cout_capture.h"
 #include "tests/support/test_dir.h"

@@ -9,7 +9,7 @@
 #include <string>
 #include <utility>
 
-#include "driver/xerror_msg.h"
+#include "core/xerror_msg.h"
 #include "graph/vertex_map.h"
 #include "tests/cli/cout_capture.h"
 #include "tests/support/brute_cliques.h"

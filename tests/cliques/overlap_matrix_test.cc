@@ -7,7 +7,7 @@
 #include <string>
 #include <utility>
 
-#include "driver/xerror_msg.h"
+#include "core/xerror_msg.h"
 
 namespace kcp {
 namespace {

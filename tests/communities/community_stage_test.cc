@@ -6,7 +6,7 @@
 #include <set>
 #include <sstream>
 
-#include "driver/xerror_msg.h"
+#include "core/xerror_msg.h"
 #include "tests/support/brute_communities.h"
 #include "tests/support/test_dir.h"
 

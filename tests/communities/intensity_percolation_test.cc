@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "communities/k_clique_intensity.h"
-#include "driver/xerror_msg.h"
+#include "core/xerror_msg.h"
 
 namespace kcp {
 namespace {

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "driver/xerror_msg.h"
+#include "core/xerror_msg.h"
 
 namespace kcp {
 namespace {

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "driver/xerror_msg.h"
+#include "core/xerror_msg.h"
 #include "tests/export/sample_results.h"
 
 namespace kcp {

@@ -13,7 +13,7 @@
 #include <sstream>
 #include <string>
 
-#include "driver/xerror_msg.h"
+#include "core/xerror_msg.h"
 
 namespace kcp::testing {
 

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "driver/xerror_msg.h"
+#include "core/xerror_msg.h"
 #include "fsutil/dir_prepare.h"
 #include "tests/fsutil/console_session.h"
 #include "tests/support/test_dir.h"

@@ -6,7 +6,7 @@
 #include <filesystem>
 #include <string>
 
-#include "driver/xerror_msg.h"
+#include "core/xerror_msg.h"
 #include "tests/fsutil/console_session.h"
 #include "tests/support/test_dir.h"
 

@@ -9,7 +9,7 @@
 #include <string>
 #include <utility>
 
-#include "driver/xerror_msg.h"
+#include "core/xerror_msg.h"
 #include "tests/fsutil/console_session.h"
 #include "tests/support/test_dir.h"
 

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "driver/xerror_msg.h"
+#include "core/xerror_msg.h"
 #include "tests/fsutil/console_session.h"
 
 namespace kcp {

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "driver/xerror_msg.h"
+#include "core/xerror_msg.h"
 
 namespace kcp {
 namespace {

@@ -16,7 +16,7 @@
 #include "cliques/clique_output.h"
 #include "communities/community_files.h"
 #include "communities/stats_files.h"
-#include "driver/xerror_msg.h"
+#include "core/xerror_msg.h"
 #include "graph/graph_output.h"
 #include "tests/support/test_dir.h"
 

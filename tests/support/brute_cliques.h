@@ -7,7 +7,7 @@
 
 #include <set>
 
-#include "driver/types.h"
+#include "core/types.h"
 
 namespace kcp::testing {
 

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "communities/percolation.h"
-#include "driver/types.h"
+#include "core/types.h"
 
 namespace kcp::testing {
 

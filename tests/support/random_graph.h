@@ -5,7 +5,7 @@
 
 #include <cstdint>
 
-#include "driver/types.h"
+#include "core/types.h"
 
 namespace kcp::testing {
 

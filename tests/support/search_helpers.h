@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-#include "driver/types.h"
+#include "core/types.h"
 
 namespace kcp::testing {
 

@@ -1,0 +1,90 @@
+#include "python/memory_run.h"
+
+#include <unordered_map>
+#include <utility>
+
+#include "cliques/clique_search_stage.h"
+#include "cliques/overlap_matrix.h"
+#include "core/xerror_msg.h"
+#include "graph/node_index.h"
+#include "python/pair_cliques.h"
+#include "python/quiet_console.h"
+
+namespace kcp {
+
+namespace {
+
+// The links as the link reader would have stored them: name pairs, self-links dropped.
+LinkMap Link_map(const std::vector<std::string>& names, const std::vector<std::uint32_t>& links) {
+  if (links.size() % 2 != 0) throw Xerror_msg("ERROR: a link list needs two ends per link.");
+  LinkMap map;
+  for (std::size_t i = 0; i < links.size(); i += 2) {
+    if (links[i] >= names.size() || links[i + 1] >= names.size()) {
+      throw Xerror_msg("ERROR: a link names node position " +
+                       std::to_string(std::max(links[i], links[i + 1])) + " of " +
+                       std::to_string(names.size()) + ".");
+    }
+    if (links[i] == links[i + 1]) continue;
+    map.try_emplace({names[links[i]], names[links[i + 1]]}, 0.0);
+  }
+  return map;
+}
+
+// Positions()[i - 1] for every index the names were given.
+std::vector<std::uint32_t> Positions_of(const std::vector<std::string>& names,
+                                        const NameMap& indexed) {
+  std::unordered_map<std::string_view, std::uint32_t> position;
+  position.reserve(names.size());
+  for (std::uint32_t p = 0; p < names.size(); ++p) {
+    if (!position.try_emplace(names[p], p).second) {
+      throw Xerror_msg("ERROR: the node name '" + names[p] + "' is given twice.");
+    }
+  }
+  std::vector<std::uint32_t> positions;
+  positions.reserve(indexed.size());
+  for (const auto& [index, name] : indexed) positions.push_back(position.at(name));
+  return positions;
+}
+
+}  // namespace
+
+MemoryRun::MemoryRun(const std::vector<std::string>& names, const std::vector<std::uint32_t>& links,
+                     bool directed, std::optional<double> time_limit)
+    : directed_(directed) {
+  const QuietConsole quiet;
+  NameMap indexed;
+  {
+    const LinkMap link_map = Link_map(names, links);
+    Convert_s_links(index_links_, indexed, link_map, directed);
+  }
+  positions_ = Positions_of(names, indexed);
+
+  VtxdMap directed_vertices;
+  if (directed) {
+    Dir_vtx_map_from_link_map(directed_vertices, index_links_);
+  } else {
+    Vtx_map_from_link_map(vertices_, index_links_);
+  }
+  // As a run over every k: pairs sharing one node matter to no k from 3 on.
+  overlaps_.min_shared = 2;
+  overlaps_.on_demand = true;
+  Find_cliques(time_limit.has_value(), directed, cliques_, overlaps_, directed_vertices, vertices_,
+               n_exact_, time_limit.value_or(0.0));
+  if (!overlaps_.on_demand) Order_rows_by_share(overlaps_);
+}
+
+KCommunities MemoryRun::Communities(std::uint32_t k) const {
+  if (k < 3) throw Xerror_msg("ERROR: a run extracts communities at k = 3 and above only.");
+  KCommunities found;
+  CommunityLinkLists links;
+  Coms_from_appr_ovlp_matr(found.communities, links, found.cliques, cliques_, overlaps_, k,
+                           n_exact_, found.n_exact);
+  return found;
+}
+
+CliqueList MemoryRun::Pair_cliques() const {
+  if (directed_) return {};
+  return kcp::Pair_cliques(vertices_, index_links_);
+}
+
+}  // namespace kcp

@@ -1,0 +1,64 @@
+"""Graphs for the tests of the module varnel, and the reference answers from networkx."""
+
+import itertools
+import pathlib
+
+import networkx as nx
+from networkx.algorithms.community import k_clique_communities as nx_communities
+
+# CI clones the repository beside shared/, so the real networks are always there.
+DATA = pathlib.Path(__file__).resolve().parents[2].parent / "shared" / "data"
+
+
+def read_link_file(name):
+    """The network of a link file as the program reads it: self-links and '#' lines left out."""
+    path = DATA / name
+    assert path.is_file(), f"{path} is missing: the tests need ../shared/data beside the repository"
+    graph = nx.Graph()
+    with open(path, "rb") as lines:
+        for line in lines:
+            fields = line.split()
+            if line.startswith(b"#") or len(fields) < 2 or fields[0] == fields[1]:
+                continue
+            graph.add_edge(fields[0].decode(), fields[1].decode())
+    return graph
+
+
+def random_graphs():
+    """Random graphs of several densities, nodes relabelled to mixed kinds of hashable."""
+    kinds = [lambda i: i, str, lambda i: (i, "x"), lambda i: i if i % 2 else str(i)]
+    for seed, (n, p) in enumerate([(30, 0.2), (30, 0.35), (25, 0.5), (18, 0.7), (40, 0.15)]):
+        graph = nx.gnp_random_graph(n, p, seed=seed)
+        yield nx.relabel_nodes(graph, {v: kinds[seed % len(kinds)](v) for v in graph})
+    # 1 and "1" both: two nodes whose names coincide.
+    yield nx.Graph([(1, "1"), (1, 2), ("1", 2), (2, "2"), ("2", 1), ("2", "1"), (3, "3")])
+
+
+def largest_clique(graph):
+    return max((len(c) for c in nx.find_cliques(graph)), default=0)
+
+
+def reference_communities(graph, k, cliques=None):
+    return set(nx_communities(graph, k, cliques))
+
+
+def reference_cliques(graph, min_size):
+    return {frozenset(c) for c in nx.find_cliques(graph) if len(c) >= min_size}
+
+
+def directed_cliques(digraph):
+    """Maximal node sets of three or more that can be ordered so that every earlier member links
+    to every later one, by trying every node subset (small graphs only)."""
+
+    def ordered(nodes):
+        rest = set(nodes)
+        while rest:
+            first = [u for u in rest if all(digraph.has_edge(u, w) for w in rest if w != u)]
+            if not first:
+                return False
+            rest.remove(first[0])
+        return True
+
+    found = [frozenset(s) for size in range(3, len(digraph) + 1)
+             for s in itertools.combinations(digraph, size) if ordered(s)]
+    return {c for c in found if not any(c < other for other in found)}
