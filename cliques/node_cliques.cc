@@ -1,10 +1,10 @@
 #include "cliques/node_cliques.h"
 
 #include <algorithm>
-#include <bit>
 #include <cstdint>
 #include <string>
 
+#include "cliques/node_bits.h"
 #include "core/xerror_msg.h"
 #include "graph/adjacency.h"
 
@@ -12,58 +12,11 @@ namespace kcp {
 
 namespace {
 
-using Word = std::uint64_t;
-constexpr std::size_t kBits = 64;
-
 const Vtx& Record(const VtxMap& map, const NodeIndex& n) {
-  const auto found = map.find(n);
-  if (found == map.end()) {
-    throw Xerror_msg("ERROR: Clique_find() : node " + std::to_string(n) +
-                     " is missing from the vertex map.");
-  }
-  return found->second;
+  return Record_of(map, n, "Clique_find", "vertex map");
 }
 
-// A set of local node numbers over a fixed number of words.
-class Bits {
- public:
-  explicit Bits(std::size_t words = 0) : w_(words, 0) {}
-  void Set(std::size_t i) { w_[i / kBits] |= Word{1} << (i % kBits); }
-  void Reset(std::size_t i) { w_[i / kBits] &= ~(Word{1} << (i % kBits)); }
-  bool Test(std::size_t i) const { return (w_[i / kBits] >> (i % kBits)) & 1; }
-  bool None() const {
-    return std::all_of(w_.begin(), w_.end(), [](Word w) { return w == 0; });
-  }
-  std::size_t Count_and(const Bits& other) const {
-    std::size_t count = 0;
-    for (std::size_t i = 0; i < w_.size(); ++i) count += std::popcount(w_[i] & other.w_[i]);
-    return count;
-  }
-  Bits And(const Bits& other) const {
-    Bits result(w_.size());
-    for (std::size_t i = 0; i < w_.size(); ++i) result.w_[i] = w_[i] & other.w_[i];
-    return result;
-  }
-  // Members of this set outside `other`, ascending.
-  std::vector<std::uint32_t> Minus_list(const Bits& other) const {
-    std::vector<std::uint32_t> list;
-    for (std::size_t i = 0; i < w_.size(); ++i) {
-      for (Word w = w_[i] & ~other.w_[i]; w != 0; w &= w - 1) {
-        list.push_back(static_cast<std::uint32_t>(i * kBits + std::countr_zero(w)));
-      }
-    }
-    return list;
-  }
-  template <typename F>
-  void For_each(F&& f) const {
-    for (std::size_t i = 0; i < w_.size(); ++i) {
-      for (Word w = w_[i]; w != 0; w &= w - 1) f(i * kBits + std::countr_zero(w));
-    }
-  }
-
- private:
-  std::vector<Word> w_;
-};
+using Bits = NodeBits;
 
 // One level of the pivoting search: candidates P, excluded X, the branches still to take.
 struct Frame {
@@ -112,7 +65,7 @@ std::vector<NodeList> Node_cliques_in_order(const NodeIndex& v, NodeSearch& sear
 
   const std::size_t n = N.size();
   const std::size_t m = n + gone.size();
-  const std::size_t words = (m + kBits - 1) / kBits;
+  const std::size_t words = NodeBits::Words_for(m);
   for (std::size_t i = 0; i < n; ++i) search.local[N[i]] = static_cast<std::int32_t>(i);
   for (std::size_t i = 0; i < gone.size(); ++i)
     search.local[gone[i]] = static_cast<std::int32_t>(n + i);

@@ -5,9 +5,11 @@
 
 #include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "core/types.h"
+#include "core/xerror_msg.h"
 #include "graph/vtx.h"
 
 namespace kcp {
@@ -24,5 +26,19 @@ void Sort_Vtx_map(NodeOrder& order, const VtxMap& vertices);
 // flag names the set whose size is the key: "Neighs", "Ineighs" or "Oneighs"; any other word
 // throws Xerror_msg and leaves the order untouched.
 void Sort_dir_vtx_map(NodeOrder& order, const VtxdMap& vertices, const std::string& flag);
+
+// The record of node n in a vertex map. A search that meets a node its map lacks works on a
+// corrupt map: Xerror_msg "ERROR: <search>() : node <n> is missing from the <graph>.", with the
+// search and the graph ("working graph", "vertex map") named by the caller.
+template <typename Map>
+const typename Map::mapped_type& Record_of(const Map& map, const NodeIndex& n,
+                                           std::string_view search, std::string_view graph) {
+  const auto record = map.find(n);
+  if (record == map.end()) {
+    throw Xerror_msg("ERROR: " + std::string(search) + "() : node " + std::to_string(n) +
+                     " is missing from the " + std::string(graph) + ".");
+  }
+  return record->second;
+}
 
 }  // namespace kcp
