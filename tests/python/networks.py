@@ -6,14 +6,14 @@ import pathlib
 import networkx as nx
 from networkx.algorithms.community import k_clique_communities as nx_communities
 
-# CI clones the repository beside shared/, so the real networks are always there.
-DATA = pathlib.Path(__file__).resolve().parents[2].parent / "shared" / "data"
+# The real networks the tests compare on, kept in the repository.
+DATA = pathlib.Path(__file__).resolve().parents[1] / "data"
 
 
 def read_link_file(name):
     """The network of a link file as the program reads it: self-links and '#' lines left out."""
     path = DATA / name
-    assert path.is_file(), f"{path} is missing: the tests need ../shared/data beside the repository"
+    assert path.is_file(), f"{path} is missing"
     graph = nx.Graph()
     with open(path, "rb") as lines:
         for line in lines:
