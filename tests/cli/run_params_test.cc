@@ -112,161 +112,80 @@ void Expect_usage_with(const Processed& p, const std::string& errors) {
   EXPECT_TRUE(p.links.empty());
 }
 
-TEST(CheckSwitches, AcceptsConsistentSwitchesSilently) {
-  std::string errors = "kept";
-  EXPECT_TRUE(Check_switches(true, 0.001, true, true, 0.5, 0.6, true, false, false, errors));
-  EXPECT_TRUE(Check_switches(false, -1.0, true, false, 5.0, 1.0, false, true, true, errors));
-  EXPECT_EQ(errors, "kept");
-}
+const std::string kUnknown = "unknown parameter in parameter list! (Check_keys()).\n";
+const std::string kTime = " The maximal allowed time per node must be positive.\n";
+const std::string kThresholds =
+    " The sepcified lower threshold is higher (or equal to) the upper threshold.\n";
+const std::string kDirectedIntensity =
+    " The search algorithm cannot apply the link weight \n"
+    " intensity condition when looking for directed communities.\n";
+const std::string kIntensityTime =
+    " The search algorithm cannot apply the maximal time \n"
+    " per node condition when a link weight intensity condition is set as well.\n";
+const std::string kBothWays =
+    " The program cannot apply the dirrected and undirected\n search algorithm at the same time.\n";
 
-TEST(CheckSwitches, RunsEveryTestAndCollectsAllMessages) {
+TEST(ExaminParams, CollectsTheMessagesOfEveryWrongSwitch) {
+  struct Case {
+    std::vector<std::string> args;
+    std::string errors;
+  };
+  const std::vector<Case> cases = {
+      {{"-i", "a.txt", "-w", "0.1", "-W", "0.2", "-t", "1", "-U", "-k", "3"}, ""},
+      {{"-i", "a.txt", "-o", " "}, ""},
+      {{}, "You must specify an input file.\n"},
+      // An unknown switch (a negative number is one, so is a value before the first switch)
+      // is reported alone.
+      {{"-i", "a.txt", "-x"}, kUnknown},
+      {{"-h", "-t", "0", "-D", "-U", "-q"}, kUnknown},
+      {{"x.txt", "-i", "a.txt"}, kUnknown},
+      {{"-i", "a.txt", "-t", "-1"}, kUnknown},
+      {{"-i", "-o", "-k"},
+       " No value is given for switch -i.\n No value is given for switch -o.\n"
+       " No value is given for switch -k.\n"},
+      {{"-i", "a.txt", "-o", ""}, " Unable to interpret the value '' for switch -o.\n"},
+      {{"-i", "a.txt", "-D", "yes", "-U", "-h", "now"}, kBothWays},
+      {{"-i", "a.txt", "-w", "1", "-W", "1"}, kThresholds},
+      {{"-i", "a.txt", "-w", "2", "-W", "1"}, kThresholds},
+      {{"-i", "a.txt", "-t", "0"}, kTime},
+      {{"-i", "a.txt", "-D", "-I", "0.3", "-t", "5"}, kDirectedIntensity + kIntensityTime},
+      // Value messages in switch order, then the consistency messages.
+      {{"-k", "x", "-I", "y", "-t", "z", "-d", "q", "-o", "", "-W", "v", "-w", "u", "-D"},
+       "You must specify an input file.\n"
+       " Unable to interpret the value 'u' for switch -w.\n"
+       " Unable to interpret the value 'v' for switch -W.\n"
+       " Unable to interpret the value '' for switch -o.\n"
+       " Unable to interpret the value 'q' for switch -d.\n"
+       " Unable to interpret the value 'z' for switch -t.\n"
+       " Unable to interpret the value 'y' for switch -I.\n"
+       " Unable to interpret the value 'x' for switch -k.\n" +
+           kTime + kThresholds + kDirectedIntensity + kIntensityTime},
+  };
+  for (const Case& c : cases) {
+    const Examined e = Examine(c.args);
+    EXPECT_EQ(e.errors, c.errors) << ::testing::PrintToString(c.args);
+    EXPECT_EQ(e.error_flag, !c.errors.empty()) << ::testing::PrintToString(c.args);
+  }
   std::string errors = "before\n";
   EXPECT_FALSE(Check_switches(true, 0.0, true, true, 1.0, 1.0, true, true, true, errors));
   EXPECT_EQ(errors,
-            "before\n"
-            " The maximal allowed time per node must be positive.\n"
-            " The sepcified lower threshold is higher (or equal to) the upper threshold.\n"
-            " The search algorithm cannot apply the link weight \n"
-            " intensity condition when looking for directed communities.\n"
-            " The search algorithm cannot apply the maximal time \n"
-            " per node condition when a link weight intensity condition is set as well.\n"
-            " The program cannot apply the dirrected and undirected\n"
-            " search algorithm at the same time.\n");
-}
-
-TEST(CheckSwitches, EachTestFailsOnItsOwn) {
-  std::string errors;
-  EXPECT_FALSE(Check_switches(true, -2.0, false, false, 0.0, 0.0, false, false, false, errors));
-  EXPECT_EQ(errors, " The maximal allowed time per node must be positive.\n");
-  errors.clear();
-  EXPECT_FALSE(Check_switches(false, 0.0, true, true, 2.0, 1.0, false, false, false, errors));
-  EXPECT_EQ(errors,
-            " The sepcified lower threshold is higher (or equal to) the upper threshold.\n");
-  errors.clear();
-  EXPECT_FALSE(Check_switches(false, 0.0, false, false, 0.0, 0.0, true, false, true, errors));
-  EXPECT_EQ(errors,
-            " The program cannot apply the dirrected and undirected\n search algorithm at the "
-            "same time.\n");
+            "before\n" + kTime + kThresholds + kDirectedIntensity + kIntensityTime + kBothWays);
 }
 
 TEST(ExaminParams, ReadsEverySwitchIntoItsFlagAndValue) {
-  const Examined e = Examine({"-i", "net.txt", "-w", "0.2", "-W", "0.9", "-o", "out", "-d", "2",
-                              "-t", "1.5", "-k", "3.6", "-U"});
-  EXPECT_FALSE(e.error_flag);
+  const Examined e = Examine({"-i", "net.txt", "ignored", "-w", "0.2", "-W", "0.9", "-o", "out",
+                              "-d", "2", "-t", "1.5", "-k", "3.6", "-U"});
   EXPECT_EQ(e.errors, "");
   EXPECT_EQ(e.input_file, "net.txt");
-  EXPECT_TRUE(e.lower_flag);
+  EXPECT_TRUE(e.lower_flag && e.upper_flag && e.out_flag && e.digits_flag && e.time_flag &&
+              e.fixed_k_flag);
   EXPECT_EQ(e.lower, 0.2);
-  EXPECT_TRUE(e.upper_flag);
   EXPECT_EQ(e.upper, 0.9);
-  EXPECT_TRUE(e.out_flag);
   EXPECT_EQ(e.out_path, "out");
-  EXPECT_TRUE(e.digits_flag);
   EXPECT_EQ(e.digits, 2u);
-  EXPECT_TRUE(e.time_flag);
   EXPECT_EQ(e.max_time, 1.5);
-  EXPECT_TRUE(e.fixed_k_flag);
   EXPECT_EQ(e.fixed_k, 4u);
-  EXPECT_FALSE(e.directed);
-  EXPECT_FALSE(e.intensity_flag);
-  EXPECT_FALSE(e.help_flag);
-}
-
-TEST(ExaminParams, MissingInputFileIsAnError) {
-  const Examined e = Examine({});
-  EXPECT_TRUE(e.error_flag);
-  EXPECT_EQ(e.errors, "You must specify an input file.\n");
-}
-
-TEST(ExaminParams, UnknownSwitchIsReportedAloneAndStopsTheExamination) {
-  Examined e = Examine({"-i", "a.txt", "-x"});
-  EXPECT_TRUE(e.error_flag);
-  EXPECT_EQ(e.errors, "unknown parameter in parameter list! (Check_keys()).\n");
-  EXPECT_EQ(e.input_file, "");
-  e = Examine({"-h", "-t", "0", "-D", "-U", "-q"});
-  EXPECT_EQ(e.errors, "unknown parameter in parameter list! (Check_keys()).\n");
-  EXPECT_FALSE(e.help_flag);
-  EXPECT_FALSE(e.directed);
-  // A stray value before the first switch.
-  e = Examine({"x.txt", "-i", "a.txt"});
-  EXPECT_EQ(e.errors, "unknown parameter in parameter list! (Check_keys()).\n");
-}
-
-TEST(ExaminParams, NegativeNumberIsAnUnknownSwitch) {
-  const Examined e = Examine({"-i", "a.txt", "-t", "-1"});
-  EXPECT_TRUE(e.error_flag);
-  EXPECT_EQ(e.errors, "unknown parameter in parameter list! (Check_keys()).\n");
-}
-
-TEST(ExaminParams, CollectsValueMessagesInSwitchOrderThenConsistencyMessages) {
-  const Examined e =
-      Examine({"-k", "x", "-I", "y", "-t", "z", "-d", "q", "-o", "", "-W", "v", "-w", "u", "-D"});
-  EXPECT_TRUE(e.error_flag);
-  EXPECT_EQ(e.errors,
-            "You must specify an input file.\n"
-            " Unable to interpret the value 'u' for switch -w.\n"
-            " Unable to interpret the value 'v' for switch -W.\n"
-            " Unable to interpret the value '' for switch -o.\n"
-            " Unable to interpret the value 'q' for switch -d.\n"
-            " Unable to interpret the value 'z' for switch -t.\n"
-            " Unable to interpret the value 'y' for switch -I.\n"
-            " Unable to interpret the value 'x' for switch -k.\n"
-            " The maximal allowed time per node must be positive.\n"
-            " The sepcified lower threshold is higher (or equal to) the upper threshold.\n"
-            " The search algorithm cannot apply the link weight \n"
-            " intensity condition when looking for directed communities.\n"
-            " The search algorithm cannot apply the maximal time \n"
-            " per node condition when a link weight intensity condition is set as well.\n");
-  EXPECT_TRUE(e.lower_flag);
-  EXPECT_TRUE(e.upper_flag);
-  EXPECT_TRUE(e.out_flag);
-  EXPECT_TRUE(e.time_flag);
-  EXPECT_TRUE(e.intensity_flag);
-  EXPECT_TRUE(e.fixed_k_flag);
-}
-
-TEST(ExaminParams, SwitchesWithoutValuesAreReported) {
-  const Examined e = Examine({"-i", "-o", "-k"});
-  EXPECT_TRUE(e.error_flag);
-  EXPECT_EQ(e.errors,
-            " No value is given for switch -i.\n"
-            " No value is given for switch -o.\n"
-            " No value is given for switch -k.\n");
-}
-
-TEST(ExaminParams, EmptyOutputPathIsRefusedButOthersPass) {
-  Examined e = Examine({"-i", "a.txt", "-o", ""});
-  EXPECT_TRUE(e.error_flag);
-  EXPECT_EQ(e.errors, " Unable to interpret the value '' for switch -o.\n");
-  e = Examine({"-i", "a.txt", "-o", " "});
-  EXPECT_FALSE(e.error_flag);
-  EXPECT_EQ(e.out_path, " ");
-}
-
-TEST(ExaminParams, ValuelessSwitchesIgnoreTheirValues) {
-  const Examined e = Examine({"-i", "a.txt", "-D", "yes", "-U", "-h", "now"});
-  EXPECT_TRUE(e.directed);
-  EXPECT_TRUE(e.help_flag);
-  EXPECT_EQ(e.errors,
-            " The program cannot apply the dirrected and undirected\n search algorithm at the "
-            "same time.\n");
-}
-
-TEST(ExaminParams, RejectsEqualThresholdsAndDirectedIntensityWithTime) {
-  Examined e = Examine({"-i", "a.txt", "-w", "1", "-W", "1"});
-  EXPECT_EQ(e.errors,
-            " The sepcified lower threshold is higher (or equal to) the upper threshold.\n");
-  e = Examine({"-i", "a.txt", "-w", "2", "-W", "1"});
-  EXPECT_EQ(e.errors,
-            " The sepcified lower threshold is higher (or equal to) the upper threshold.\n");
-  e = Examine({"-i", "a.txt", "-t", "0"});
-  EXPECT_EQ(e.errors, " The maximal allowed time per node must be positive.\n");
-  e = Examine({"-i", "a.txt", "-D", "-I", "0.3", "-t", "5"});
-  EXPECT_EQ(e.errors,
-            " The search algorithm cannot apply the link weight \n"
-            " intensity condition when looking for directed communities.\n"
-            " The search algorithm cannot apply the maximal time \n"
-            " per node condition when a link weight intensity condition is set as well.\n");
+  EXPECT_FALSE(e.directed || e.intensity_flag || e.help_flag);
 }
 
 TEST(ResultsDirPath, DerivesTheNameFromInputThresholdsAndDirection) {
@@ -276,37 +195,22 @@ TEST(ResultsDirPath, DerivesTheNameFromInputThresholdsAndDirection) {
   EXPECT_EQ(path(false, 0, false, 0, 6, false), "net.txt_files");
   EXPECT_EQ(path(true, 0.15, false, 0, 6, false), "net.txt_files_0.150000_w");
   EXPECT_EQ(path(false, 0, true, 1.35, 3, false), "net.txt_files_w_1.350");
-  EXPECT_EQ(path(true, 0.15, true, 1.35, 3, false), "net.txt_files_0.150_w_1.350");
-  EXPECT_EQ(path(false, 0, false, 0, 6, true), "net.txt_files-d");
   EXPECT_EQ(path(true, 0.2, true, 0.9, 1, true), "net.txt_files_0.2_w_0.9-d");
   EXPECT_EQ(path(true, 0.7, false, 0, 0, false), "net.txt_files_0_w");
-  EXPECT_EQ(Results_dir_path("data/net.txt", false, 0, false, 0, 6, false, false, "", false, 0),
-            "data/net.txt_files");
-}
-
-TEST(ResultsDirPath, OutputPathReplacesTheNameButKeepsTheIntensitySuffix) {
-  EXPECT_EQ(Results_dir_path("net.txt", false, 0, false, 0, 2, false, false, "", true, 0.35),
-            "net.txt_files-w-th0.35");
   EXPECT_EQ(Results_dir_path("net.txt", false, 0, false, 0, 2, false, true, "out", true, 0.35),
             "out-w-th0.35");
   EXPECT_EQ(Results_dir_path("net.txt", true, 0.2, true, 0.5, 6, true, true, "out", false, 0),
             "out");
-}
-
-TEST(ResultsDirPath, LengthIsThatOfTheNameForEveryCombinationOfSwitches) {
   for (int mask = 0; mask < 32; ++mask) {
-    const bool w = (mask & 1) != 0;
-    const bool big_w = (mask & 2) != 0;
-    const bool d = (mask & 4) != 0;
-    const bool o = (mask & 8) != 0;
-    const bool i = (mask & 16) != 0;
     for (const std::uint32_t digits : {0u, 1u, 6u, 18u, 19u, 300u}) {
-      SCOPED_TRACE(std::to_string(mask) + " " + std::to_string(digits));
+      const bool w = (mask & 1) != 0, big_w = (mask & 2) != 0, d = (mask & 4) != 0;
+      const bool o = (mask & 8) != 0, i = (mask & 16) != 0;
       EXPECT_EQ(
           Results_dir_path_length("dir/net.txt", w, 0.9996, big_w, 12.5, digits, d, o, "out/x", i,
                                   0.35),
           Results_dir_path("dir/net.txt", w, 0.9996, big_w, 12.5, digits, d, o, "out/x", i, 0.35)
-              .size());
+              .size())
+          << mask << " " << digits;
     }
   }
   // "net.txt_files_0." then every decimal, then "_w": far more than one string could hold.
@@ -315,93 +219,62 @@ TEST(ResultsDirPath, LengthIsThatOfTheNameForEveryCombinationOfSwitches) {
             std::size_t{16} + 4294967295u + 2);
 }
 
-TEST(GenerateComFlag, NamesTheMethod) {
-  std::string flag = "old";
-  Generate_com_flag(flag, false, false);
-  EXPECT_EQ(flag, "");
-  Generate_com_flag(flag, true, false);
-  EXPECT_EQ(flag, "directed");
-  Generate_com_flag(flag, false, true);
-  EXPECT_EQ(flag, "intensity");
-  Generate_com_flag(flag, true, true);
-  EXPECT_EQ(flag, "intensity");
-}
-
-TEST(ProcessInput, NoArgumentsPrintsUsageWithTheMissingInputMessage) {
+TEST(ProcessInput, UsageAndHelpAreThrownAfterPrintingThem) {
   Expect_usage_with(Process({}), "You must specify an input file.\n");
-}
-
-TEST(ProcessInput, UnknownSwitchPrintsUsageWithItsMessageOnly) {
-  Expect_usage_with(Process({"-i", "a.txt", "-x", "-h"}),
-                    "unknown parameter in parameter list! (Check_keys()).\n");
-}
-
-TEST(ProcessInput, HelpWinsOverEveryOtherError) {
-  Processed p = Process({"-h"});
+  Expect_usage_with(Process({"-i", "a.txt", "-x", "-h"}), kUnknown);
+  Test_dir tmp;
+  Write_file(tmp / "net.txt", "a b 1\n");
+  Expect_usage_with(Process({"-i", tmp / "net.txt", "-o", ""}),
+                    " Unable to interpret the value '' for switch -o.\n");
+  // Help wins over every other error.
+  const Processed p = Process({"-h"});
   EXPECT_TRUE(p.threw);
-  EXPECT_EQ(p.thrown, "");
   const std::string head = " When using ./varnel you must specify at least the \n";
   EXPECT_EQ(p.printed.substr(0, head.size()), head);
   EXPECT_EQ(p.printed.substr(p.printed.size() - kBanner.size() - 4), "\n\n\n\n" + kBanner);
-  EXPECT_EQ(p.printed.find(" Error:"), std::string::npos);
-  const Processed with_errors = Process({"-t", "0", "-D", "-U", "-w", "x", "-h"});
-  EXPECT_EQ(with_errors.printed, p.printed);
-}
-
-TEST(ProcessInput, EmptyOutputPathIsRefusedAndNothingIsWritten) {
-  Test_dir tmp;
-  const std::string input = tmp / "net.txt";
-  Write_file(input, "a b 1\n");
-  const Processed p = Process({"-i", input, "-o", ""});
-  Expect_usage_with(p, " Unable to interpret the value '' for switch -o.\n");
+  EXPECT_EQ(Process({"-t", "0", "-D", "-U", "-w", "x", "-h"}).printed, p.printed);
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(tmp.path()),
                           std::filesystem::directory_iterator()),
             1);
 }
 
-TEST(ProcessInput, ReadsUnweightedLinksAndBuildsTheBaseText) {
-  Test_dir tmp;
-  const std::string input = tmp / "net.txt";
-  Write_file(input, "a b\nb c\n");
-  const Processed p = Process({"-i", input});
-  EXPECT_FALSE(p.threw) << p.thrown;
-  EXPECT_EQ(p.printed, "");
-  EXPECT_EQ(p.out_dir, input + "_files");
-  EXPECT_EQ(p.links, (LinkMap{{{"a", "b"}, 0.0}, {{"b", "c"}, 0.0}}));
-  EXPECT_FALSE(p.weighted);
-  EXPECT_FALSE(p.time_flag);
-  EXPECT_FALSE(p.directed);
-  EXPECT_FALSE(p.intensity_flag);
-  EXPECT_FALSE(p.fixed_k_flag);
-  EXPECT_EQ(p.com_flag, "");
-  EXPECT_EQ(p.alap_szoveg, " from " + input +
-                               "\n"
-                               "# at no lower link weight threshold,\n"
-                               "# and at no upper link weight threshold.\n");
-  EXPECT_FALSE(std::filesystem::exists(p.out_dir));
-}
-
-TEST(ProcessInput, LowerThresholdUsesTheWeightedReaderAndSixDecimals) {
+TEST(ProcessInput, ReadsTheLinksAsTheSwitchesSay) {
   Test_dir tmp;
   const std::string input = tmp / "net.txt";
   Write_file(input, "a b 0.5\nb c 0.1\nc a 0.9\n");
-  const Processed p = Process({"-i", input, "-w", "0.2"});
+  Processed p = Process({"-i", input});
   EXPECT_FALSE(p.threw) << p.thrown;
+  EXPECT_EQ(p.printed, "");
+  EXPECT_EQ(p.out_dir, input + "_files");
+  EXPECT_EQ(p.links, (LinkMap{{{"a", "b"}, 0.0}, {{"b", "c"}, 0.0}, {{"c", "a"}, 0.0}}));
+  EXPECT_FALSE(p.weighted || p.time_flag || p.directed || p.intensity_flag || p.fixed_k_flag);
+  EXPECT_EQ(p.com_flag, "");
+  EXPECT_EQ(p.alap_szoveg, " from " + input +
+                               "\n# at no lower link weight threshold,\n"
+                               "# and at no upper link weight threshold.\n");
+  EXPECT_FALSE(std::filesystem::exists(p.out_dir));
+
+  p = Process({"-i", input, "-w", "0.2"});
   EXPECT_EQ(p.out_dir, input + "_files_0.200000_w");
   EXPECT_EQ(p.links, (LinkMap{{{"a", "b"}, 0.5}, {{"c", "a"}, 0.9}}));
   EXPECT_TRUE(p.weighted);
   EXPECT_EQ(p.alap_szoveg, " from " + input +
-                               "\n"
-                               "# at a lower link weight threshold of 0.200000,\n"
+                               "\n# at a lower link weight threshold of 0.200000,\n"
                                "# and at no upper link weight threshold.\n");
-}
 
-TEST(ProcessInput, DigitsSwitchShapesTheDerivedName) {
-  Test_dir tmp;
-  const std::string input = tmp / "a.txt";
-  Write_file(input, "a b 0.8\n");
-  EXPECT_EQ(Process({"-i", input, "-d", "0", "-w", "0.7"}).out_dir, input + "_files_0_w");
-  EXPECT_EQ(Process({"-i", input, "-W", "1.35", "-d", "3"}).out_dir, input + "_files_w_1.350");
+  p = Process({"-i", input, "-o", tmp / "out", "-I", "0.35", "-d", "2"});
+  EXPECT_EQ(p.out_dir, tmp / "out-w-th0.35");
+  EXPECT_TRUE(p.weighted && p.intensity_flag);
+  EXPECT_EQ(p.intensity, 0.35);
+  EXPECT_EQ(p.com_flag, "intensity");
+
+  p = Process({"-i", input, "-D", "-t", "2.5", "-k", "3.6"});
+  EXPECT_EQ(p.out_dir, input + "_files-d");
+  EXPECT_TRUE(p.directed && p.time_flag && p.fixed_k_flag);
+  EXPECT_FALSE(p.weighted);
+  EXPECT_EQ(p.max_time, 2.5);
+  EXPECT_EQ(p.fixed_k, 4u);
+  EXPECT_EQ(p.com_flag, "directed");
 }
 
 TEST(ProcessInput, NameBeyondPathMaxFailsAsItsCreationWouldWithItsStartShown) {
@@ -425,58 +298,6 @@ TEST(ProcessInput, NameBeyondPathMaxFailsAsItsCreationWouldWithItsStartShown) {
   // The link file is still read first: its failure comes before that of the name.
   EXPECT_THROW(Process({"-i", tmp / "none.txt", "-w", "0", "-d", "4294967295"}),
                Xep_file_not_found);
-}
-
-TEST(ProcessInput, IntensityAloneReadsWeightsAndSuffixesTheName) {
-  Test_dir tmp;
-  const std::string input = tmp / "net.txt";
-  Write_file(input, "a b 0.5\n");
-  Processed p = Process({"-i", input, "-I", "0.35", "-d", "2"});
-  EXPECT_FALSE(p.threw) << p.thrown;
-  EXPECT_EQ(p.out_dir, input + "_files-w-th0.35");
-  EXPECT_TRUE(p.weighted);
-  EXPECT_TRUE(p.intensity_flag);
-  EXPECT_EQ(p.intensity, 0.35);
-  EXPECT_EQ(p.links, (LinkMap{{{"a", "b"}, 0.5}}));
-  EXPECT_EQ(p.com_flag, "intensity");
-  p = Process({"-i", input, "-o", tmp / "out", "-I", "0.35", "-d", "2"});
-  EXPECT_EQ(p.out_dir, tmp / "out-w-th0.35");
-}
-
-TEST(ProcessInput, DirectedTimeLimitedFixedKRun) {
-  Test_dir tmp;
-  const std::string input = tmp / "net.txt";
-  Write_file(input, "a b\n");
-  const Processed p = Process({"-i", input, "-D", "-t", "2.5", "-k", "3.6"});
-  EXPECT_FALSE(p.threw) << p.thrown;
-  EXPECT_EQ(p.out_dir, input + "_files-d");
-  EXPECT_TRUE(p.directed);
-  EXPECT_TRUE(p.time_flag);
-  EXPECT_EQ(p.max_time, 2.5);
-  EXPECT_TRUE(p.fixed_k_flag);
-  EXPECT_EQ(p.fixed_k, 4u);
-  EXPECT_EQ(p.com_flag, "directed");
-  EXPECT_FALSE(p.weighted);
-}
-
-TEST(ProcessInput, MissingInputFilePassesTheReadersErrorThrough) {
-  Test_dir tmp;
-  std::vector<std::string> args = {"./varnel", "-i", tmp / "none.txt"};
-  std::vector<char*> argv;
-  for (std::string& arg : args) argv.push_back(arg.data());
-  char** const vector = argv.data();
-  std::string out_dir, com_flag, alap;
-  LinkMap links;
-  double max_time = 0.0, intensity = 0.0;
-  bool time_flag = false, directed = false, intensity_flag = false, fixed_k_flag = false;
-  bool weighted = false;
-  std::uint32_t fixed_k = 0;
-  Cout_capture out;
-  EXPECT_THROW(
-      Process_input(3, vector, out_dir, links, max_time, time_flag, directed, intensity_flag,
-                    intensity, fixed_k_flag, fixed_k, weighted, com_flag, alap),
-      Xep_file_not_found);
-  EXPECT_EQ(out.text(), "");
   EXPECT_FALSE(std::filesystem::exists(tmp / "none.txt_files"));
 }
 

@@ -20,52 +20,6 @@ VtxMap Core_of(const std::vector<std::pair<NodeIndex, NodeIndex>>& links,
   return core;
 }
 
-TEST(Approximation, CompleteCoreGivesEveryNeighbourhoodWithoutItsCentre) {
-  const VtxMap core = Core_of({{1, 2}, {1, 3}, {1, 4}, {2, 3}, {2, 4}, {3, 4}});
-  CliqueList approximate{{99}};
-  Appr_core_cliques(core, {}, approximate);
-  EXPECT_EQ(approximate, (CliqueList{{2, 3, 4}, {1, 3, 4}, {1, 2, 4}, {1, 2, 3}}));
-}
-
-TEST(Approximation, IdenticalNeighbourhoodsGiveOneCandidate) {
-  const VtxMap core = Core_of({{1, 3}, {1, 4}, {2, 3}, {2, 4}});
-  CliqueList approximate;
-  Appr_core_cliques(core, {}, approximate);
-  EXPECT_EQ(approximate, (CliqueList{{3, 4}, {1, 2}}));
-}
-
-TEST(Approximation, DropsNeighbourhoodsInsideEarlierCandidatesLaterOnesOrExactCliques) {
-  // N(1)={3} is stored first and later found inside N(2)={3,4}; N(4)={2} lies inside N(3)={1,2}.
-  const VtxMap core = Core_of({{1, 3}, {2, 3}, {2, 4}});
-  CliqueList approximate;
-  Appr_core_cliques(core, {}, approximate);
-  EXPECT_EQ(approximate, (CliqueList{{3, 4}, {1, 2}}));
-
-  // N(1)={2,3} lies inside an exact clique; an equal exact clique drops N(3)={1,2} too.
-  const VtxMap triangle = Core_of({{1, 2}, {1, 3}, {2, 3}});
-  Appr_core_cliques(triangle, {{2, 3, 9}, {1, 2}}, approximate);
-  EXPECT_EQ(approximate, (CliqueList{{1, 3}}));
-}
-
-TEST(Approximation, IsolatedCoreNodeGivesTheEmptySetOnlyWhenNothingElseExists) {
-  CliqueList approximate;
-  Appr_core_cliques(Core_of({}, {5}), {}, approximate);
-  EXPECT_EQ(approximate, (CliqueList{{}}));
-
-  // Stored first, then removed as a subset of the later candidates.
-  Appr_core_cliques(Core_of({{2, 3}}, {1}), {}, approximate);
-  EXPECT_EQ(approximate, (CliqueList{{3}, {2}}));
-
-  // Not stored after another candidate, nor when an exact clique exists.
-  Appr_core_cliques(Core_of({{1, 2}}, {3}), {}, approximate);
-  EXPECT_EQ(approximate, (CliqueList{{2}, {1}}));
-  Appr_core_cliques(Core_of({}, {1}), {{7, 8, 9}}, approximate);
-  EXPECT_TRUE(approximate.empty());
-
-  Appr_core_cliques(VtxMap{}, {{1, 2, 3}}, approximate);
-  EXPECT_TRUE(approximate.empty());
-}
-
 TEST(Approximation, DirectedCoreUsesAllLinkedNodes) {
   IndexLinkMap links{{{1, 2}, 1.0}, {{2, 3}, 1.0}, {{3, 1}, 1.0}, {{4, 1}, 1.0}};
   VtxdMap core;
@@ -126,40 +80,6 @@ TEST(Approximation, AgreesWithPlainScansOnRandomCores) {
     Appr_core_cliques(core, exact, approximate);
     EXPECT_EQ(approximate, Reference_approximation(core, exact)) << "round " << round;
   }
-}
-
-TEST(ExtendCliqueVec, ApproximateCliqueEqualToAnExactOneIsDroppedAndTheExactOneStays) {
-  CliqueList cliques{{1, 2, 3}, {2, 3, 4}};
-  CliqueList approximate{{2, 3, 4}, {5, 6}};
-  std::uint32_t n_exact = 0;
-  Extend_clique_vec(cliques, n_exact, approximate);
-  EXPECT_EQ(n_exact, 2u);
-  EXPECT_EQ(cliques, (CliqueList{{1, 2, 3}, {2, 3, 4}, {5, 6}}));
-  EXPECT_EQ(approximate, (CliqueList{{5, 6}}));
-}
-
-TEST(ExtendCliqueVec, KeptApproximateCliqueReplacesTheExactCliquesItContains) {
-  CliqueList cliques{{1, 2, 3}, {4, 5, 6}, {1, 2, 7}, {3, 4, 8}};
-  CliqueList approximate{{1, 2, 3, 4, 8}, {5, 6}, {1, 2, 7, 9}};
-  std::uint32_t n_exact = 0;
-  Extend_clique_vec(cliques, n_exact, approximate);
-  EXPECT_EQ(n_exact, 1u);
-  EXPECT_EQ(cliques, (CliqueList{{4, 5, 6}, {1, 2, 3, 4, 8}, {1, 2, 7, 9}}));
-}
-
-TEST(ExtendCliqueVec, EmptyApproximateCliqueSurvivesOnlyWithoutExactCliques) {
-  CliqueList cliques;
-  CliqueList approximate{{}};
-  std::uint32_t n_exact = 5;
-  Extend_clique_vec(cliques, n_exact, approximate);
-  EXPECT_EQ(n_exact, 0u);
-  EXPECT_EQ(cliques, (CliqueList{{}}));
-
-  cliques = {{1, 2, 3}};
-  approximate = {{}};
-  Extend_clique_vec(cliques, n_exact, approximate);
-  EXPECT_EQ(n_exact, 1u);
-  EXPECT_EQ(cliques, (CliqueList{{1, 2, 3}}));
 }
 
 TEST(ExtendCliqueVec, AgreesWithPlainScansOnRandomLists) {

@@ -48,15 +48,10 @@ Search_result Search(const IndexLinkMap& links) {
   return result;
 }
 
-std::vector<NodeSet> Sets(std::initializer_list<NodeSet> sets) {
-  return sets;
-}
-
 TEST(CliqueFindDir, TransitiveTriangleIsACliqueACycleIsNot) {
   const Search_result triangle = Search(Links({{1, 2}, {2, 3}, {1, 3}}));
   EXPECT_EQ(triangle.cliques, (CliqueList{{1, 2, 3}}));
   EXPECT_EQ(triangle.overlaps.rows, (std::vector<OverlapRow>{{Overlap{0, 3}}}));
-  EXPECT_EQ(testing::Inc_neighs_of(triangle.cliques, 2), Sets({{1, 3}}));
 
   const Search_result cycle = Search(Links({{1, 2}, {2, 3}, {3, 1}}));
   EXPECT_TRUE(cycle.cliques.empty());
@@ -66,7 +61,6 @@ TEST(CliqueFindDir, TransitiveTriangleIsACliqueACycleIsNot) {
 TEST(CliqueFindDir, BothWaysLinksAndTransitiveOrdersInEitherDirectionGiveOneClique) {
   const Search_result both = Search(Links({{1, 2}, {2, 1}, {1, 3}, {3, 1}, {2, 3}, {3, 2}}));
   EXPECT_EQ(both.cliques, (CliqueList{{1, 2, 3}}));
-  for (NodeIndex n = 1; n <= 3; ++n) EXPECT_EQ(testing::Inc_neighs_of(both.cliques, n).size(), 1u);
   EXPECT_EQ(Search(Links({{1, 2}, {1, 3}, {1, 4}, {2, 3}, {2, 4}, {3, 4}})).cliques,
             (CliqueList{{1, 2, 3, 4}}));
   EXPECT_EQ(Search(Links({{2, 1}, {3, 1}, {4, 1}, {3, 2}, {4, 2}, {4, 3}})).cliques,
@@ -89,7 +83,6 @@ TEST(CliqueFindDir, LaterLargerFindTakesANewKeyBehindTheOthers) {
   EXPECT_EQ(r.cliques, (CliqueList{{1, 2, 5}, {1, 2, 3, 4}}));
   EXPECT_EQ(r.overlaps.rows, (std::vector<OverlapRow>{{Overlap{0, 3}, Overlap{1, 2}},
                                                       {Overlap{0, 2}, Overlap{1, 4}}}));
-  EXPECT_EQ(testing::Inc_neighs_of(r.cliques, 1), Sets({{2, 5}, {2, 3, 4}}));
 }
 
 TEST(CliqueFindDir, AgreesWithBruteForceOnRandomGraphs) {
@@ -215,7 +208,6 @@ TEST(CliqueFindDir, LargeTransitiveCliqueRunsWithoutDeepRecursion) {
   }
   ASSERT_EQ(cliques.size(), 1u);
   EXPECT_EQ(cliques[0].size(), n);
-  EXPECT_EQ(testing::Inc_neighs_of(cliques, n).size(), 1u);
 }
 
 TEST(CliqueFindDir, TightenDirSplitsTheGapAroundTheNewMember) {

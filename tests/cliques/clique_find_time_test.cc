@@ -348,10 +348,8 @@ TEST(CliqueFindTime, GivenUpNodesAreRetriedAndPendingCliquesFoundAgainAreNotRepe
   for (const auto& [node, vtx] : expected_core) {
     EXPECT_EQ(r.core.at(node).Neighs_c(), vtx.Neighs_c()) << "node " << node;
   }
-  // The caller's map keeps every node and learns only the registered cliques.
+  // The caller's map keeps every node.
   EXPECT_EQ(r.vertices.size(), 27u);
-  EXPECT_EQ(testing::Inc_neighs_of(r.cliques, 1), (std::vector<NodeSet>{{2, 3}, {4, 5, 6}}));
-  EXPECT_TRUE(testing::Inc_neighs_of(r.cliques, 7).empty());
 }
 
 TEST(CliqueFindTime, PendingCliquesHeldByNoCliqueAreRegisteredInTheirOrder) {
@@ -372,7 +370,6 @@ TEST(CliqueFindTime, PendingCliquesHeldByNoCliqueAreRegisteredInTheirOrder) {
   Register_pending(pending, cliques, vertices, overlaps, node_cliques);
   EXPECT_EQ(cliques, (CliqueList{{1, 2, 3, 9}, {2, 3, 4}, {5, 6, 7}}));
   EXPECT_EQ(overlaps.rows, (std::vector<OverlapRow>{{{0, 4}, {1, 2}}, {{0, 2}, {1, 3}}, {{2, 3}}}));
-  EXPECT_EQ(testing::Inc_neighs_of(cliques, 4), (std::vector<NodeSet>{{2, 3}}));
 }
 
 }  // namespace

@@ -34,15 +34,6 @@ std::set<std::string> Files_in(const std::string& path) {
   return names;
 }
 
-TEST(CommunityStage, NumWidthCountsDecimalDigits) {
-  EXPECT_EQ(Coms_report_sub::Num_width(0), 1u);
-  EXPECT_EQ(Coms_report_sub::Num_width(7), 1u);
-  EXPECT_EQ(Coms_report_sub::Num_width(10), 2u);
-  EXPECT_EQ(Coms_report_sub::Num_width(999), 3u);
-  EXPECT_EQ(Coms_report_sub::Num_width(1000), 4u);
-  EXPECT_EQ(Coms_report_sub::Num_width(4294967295u), 10u);
-}
-
 TEST(CommunityStage, ProgressReportAppendsUnderscoresAndThePercentage) {
   const std::string u49(49, '_');
   EXPECT_EQ(Report(3, 5), "kept " + u49 + "\n Extracting communities at k=3 (completed 83.33%)\n");
@@ -91,37 +82,6 @@ struct Stage_case {
 const std::string kTail =
     " done.\n Writing commmunities to disk...\n done.\n Calculating statistics...\n done.\n";
 
-TEST(CommunityStage, PlainRunWritesEveryFileOfTheK) {
-  Test_dir dir;
-  Stage_case c;
-  EXPECT_EQ(c.Run(3, 3, dir.path()),
-            std::string(49, '_') + "\n Extracting communities at k=3 (completed 75.00%)\n" + kTail);
-  const std::string k3 = dir / "k=3";
-  EXPECT_EQ(Files_in(k3), (std::set<std::string>{"communities", "communities_cliques",
-                                                 "communities_links", "graph_of_communities",
-                                                 "membership_distribution", "size_distribution",
-                                                 "overlap_distribution", "degree_distribution"}));
-  EXPECT_EQ(Read_file(k3 + "/communities"),
-            "# The communities at k=3\n" + kHead + "\n0: n1 n2 n3 n4 n5 \n1: n5 n6 n7 \n");
-  EXPECT_EQ(Read_file(k3 + "/communities_cliques"),
-            "# The contained cliques in the communities at k=3\n" + kHead + "\n0: 0 1 \n1: 2 \n");
-  EXPECT_EQ(Read_file(k3 + "/communities_links"),
-            "# The links inside the communities at k=3\n" + kHead +
-                "\n0:\nn1 n2\nn1 n3\nn1 n4\nn2 n3\nn2 n4\nn3 n4\nn3 n5\nn5 n4\n"
-                "1:\nn5 n6\nn5 n7\nn6 n7\n");
-  EXPECT_EQ(Read_file(k3 + "/graph_of_communities"),
-            "# The graph of at k=3\n" + kHead + "\n0 1 1\n");
-  EXPECT_EQ(
-      Read_file(k3 + "/membership_distribution"),
-      "# The node membership distr. in the  communities at k=3\n" + kHead + "\n0 1\n1 6\n2 1\n\n");
-  EXPECT_EQ(Read_file(k3 + "/size_distribution"),
-            "# The size distr. of the  communities at k=3\n" + kHead + "\n3 1\n5 1\n\n");
-  EXPECT_EQ(Read_file(k3 + "/overlap_distribution"),
-            "# The overlap size distr. of the  communities at k=3\n" + kHead + "\n1 1\n\n");
-  EXPECT_EQ(Read_file(k3 + "/degree_distribution"),
-            "# The com. degree distr. of the  communities at k=3\n" + kHead + "\n1 2\n\n");
-}
-
 TEST(CommunityStage, ApproximateCommunityBringsTwelveSuffixedDistributionFiles) {
   Test_dir dir;
   Stage_case c;
@@ -159,26 +119,6 @@ TEST(CommunityStage, ApproximateCommunityBringsTwelveSuffixedDistributionFiles) 
             "# The com. degree distr. of the _exact communities at k=3\n" + kHead + "\n0 1\n\n");
   EXPECT_EQ(Read_file(k3 + "/overlap_distribution_merged"),
             "# The overlap size distr. of the _merged communities at k=3\n" + kHead + "\n1 1\n\n");
-}
-
-TEST(CommunityStage, KAboveEveryCliqueWritesHeadersOnly) {
-  Test_dir dir;
-  Stage_case c;
-  EXPECT_EQ(c.Run(6, 3, dir.path()),
-            std::string(49, '_') +
-                "\n Extracting communities at k=6 (completed 214748364725.00%)\n" + kTail);
-  const std::string k6 = dir / "k=6";
-  EXPECT_EQ(Files_in(k6).size(), 8u);
-  EXPECT_EQ(Read_file(k6 + "/communities"), "# The communities at k=6\n" + kHead + "\n");
-  EXPECT_EQ(Read_file(k6 + "/communities_cliques"),
-            "# The contained cliques in the communities at k=6\n" + kHead + "\n");
-  EXPECT_EQ(Read_file(k6 + "/communities_links"),
-            "# The links inside the communities at k=6\n" + kHead + "\n");
-  EXPECT_EQ(Read_file(k6 + "/graph_of_communities"), "# The graph of at k=6\n" + kHead + "\n");
-  EXPECT_EQ(Read_file(k6 + "/membership_distribution"),
-            "# The node membership distr. in the  communities at k=6\n" + kHead + "\n0 8\n\n");
-  EXPECT_EQ(Read_file(k6 + "/size_distribution"),
-            "# The size distr. of the  communities at k=6\n" + kHead + "\n\n");
 }
 
 TEST(CommunityStage, TooFewGraphNodesStopsAfterTheCommunityFiles) {

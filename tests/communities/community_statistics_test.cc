@@ -2,6 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <iterator>
+#include <random>
+#include <set>
+
 #include "core/xerror_msg.h"
 
 namespace kcp {
@@ -20,56 +25,51 @@ Stats Statistics(const CommunityList& communities, std::uint32_t node_count) {
   return s;
 }
 
-TEST(CommunityStatistics, EmptyListGivesOnlyTheMembershipRowForZero) {
-  CommunityGraph graph{{{0, 1}, 7}};
-  Prepare_community_graph(graph, {});
-  EXPECT_TRUE(graph.empty());
-  const Stats s = Statistics({}, 9);
-  EXPECT_TRUE(s.size.empty());
-  EXPECT_TRUE(s.degree.empty());
-  EXPECT_TRUE(s.overlap.empty());
-  EXPECT_EQ(s.membership, (Distribution{{0, 9}}));
-}
-
-TEST(CommunityStatistics, TwoCommunitiesSharingThreeNodes) {
-  const CommunityList communities{{1, 2, 3, 4, 5}, {3, 4, 5, 6}};
-  CommunityGraph graph;
-  Prepare_community_graph(graph, communities);
-  EXPECT_EQ(graph, (CommunityGraph{{{0, 1}, 3}}));
-  const Stats s = Statistics(communities, 10);
-  EXPECT_EQ(s.size, (Distribution{{4, 1}, {5, 1}}));
-  EXPECT_EQ(s.degree, (Distribution{{1, 2}}));
-  EXPECT_EQ(s.overlap, (Distribution{{3, 1}}));
-  EXPECT_EQ(s.membership, (Distribution{{0, 4}, {1, 3}, {2, 3}}));
-}
-
-TEST(CommunityStatistics, GraphDegreesOverlapsAndMembershipsOfSeveralCommunities) {
-  // A = {1,2,3}, B = {3,4,5}, C = {1,3,5,7}, D = {9} (D overlaps nothing).
-  const CommunityList communities{{1, 2, 3}, {3, 4, 5}, {1, 3, 5, 7}, {9}};
-  CommunityGraph graph;
-  Prepare_community_graph(graph, communities);
-  EXPECT_EQ(graph, (CommunityGraph{{{0, 1}, 1}, {{0, 2}, 2}, {{1, 2}, 2}}));
-  const Stats s = Statistics(communities, 7);
-  EXPECT_EQ(s.size, (Distribution{{1, 1}, {3, 2}, {4, 1}}));
-  EXPECT_EQ(s.degree, (Distribution{{0, 1}, {2, 3}}));
-  EXPECT_EQ(s.overlap, (Distribution{{1, 1}, {2, 2}}));
-  // Every node is covered: the row for 0 is still there, with 0.
-  EXPECT_EQ(s.membership, (Distribution{{0, 0}, {1, 4}, {2, 2}, {3, 1}}));
-}
-
-TEST(CommunityStatistics, SplitListsCountNodesOfTheOtherKindAsInNoCommunity) {
-  const CommunityList exact{{1, 2, 3}};
-  const CommunityList approximate{{3, 4, 5}};
-  const Stats e = Statistics(exact, 6);
-  const Stats a = Statistics(approximate, 6);
-  const Stats all = Statistics({{1, 2, 3}, {3, 4, 5}}, 6);
-  EXPECT_EQ(e.membership, (Distribution{{0, 3}, {1, 3}}));
-  EXPECT_EQ(a.membership, (Distribution{{0, 3}, {1, 3}}));
-  EXPECT_EQ(all.membership, (Distribution{{0, 1}, {1, 4}, {2, 1}}));
-  EXPECT_EQ(e.degree, (Distribution{{0, 1}}));
-  EXPECT_TRUE(e.overlap.empty());
-  EXPECT_EQ(all.degree, (Distribution{{1, 2}}));
-  EXPECT_EQ(all.overlap, (Distribution{{1, 1}}));
+// Every pair of communities intersected directly; every node counted over all communities.
+TEST(CommunityStatistics, MatchPlainCountsOnRandomCommunities) {
+  std::mt19937 random(8);
+  for (int round = 0; round < 300; ++round) {
+    CommunityList communities(random() % 7);
+    std::set<NodeIndex> covered;
+    for (Community& c : communities) {
+      for (NodeIndex n = 1; n <= 12; ++n) {
+        if (random() % 3 == 0 || (c.empty() && n == 12)) c.push_back(n);
+      }
+      covered.insert(c.begin(), c.end());
+    }
+    const std::uint32_t node_count = static_cast<std::uint32_t>(covered.size() + random() % 3);
+    CommunityGraph graph_expected;
+    Stats expected;
+    expected.size.clear(), expected.degree.clear(), expected.overlap.clear();
+    expected.membership = {{0, node_count - static_cast<std::uint32_t>(covered.size())}};
+    std::vector<std::uint32_t> degree(communities.size(), 0);
+    for (std::uint32_t i = 0; i < communities.size(); ++i) {
+      ++expected.size[static_cast<std::uint32_t>(communities[i].size())];
+      for (std::uint32_t j = i + 1; j < communities.size(); ++j) {
+        Community shared;
+        std::set_intersection(communities[i].begin(), communities[i].end(), communities[j].begin(),
+                              communities[j].end(), std::back_inserter(shared));
+        if (shared.empty()) continue;
+        graph_expected[{i, j}] = static_cast<std::uint32_t>(shared.size());
+        ++expected.overlap[static_cast<std::uint32_t>(shared.size())];
+        ++degree[i], ++degree[j];
+      }
+    }
+    for (const std::uint32_t d : degree) ++expected.degree[d];
+    for (const NodeIndex n : covered) {
+      std::uint32_t holders = 0;
+      for (const Community& c : communities) holders += std::binary_search(c.begin(), c.end(), n);
+      ++expected.membership[holders];
+    }
+    CommunityGraph graph{{{7, 8}, 9}};  // stale content is cleared
+    Prepare_community_graph(graph, communities);
+    EXPECT_EQ(graph, graph_expected) << "round " << round;
+    const Stats s = Statistics(communities, node_count);
+    EXPECT_EQ(s.size, expected.size) << "round " << round;
+    EXPECT_EQ(s.degree, expected.degree) << "round " << round;
+    EXPECT_EQ(s.overlap, expected.overlap) << "round " << round;
+    EXPECT_EQ(s.membership, expected.membership) << "round " << round;
+  }
 }
 
 TEST(CommunityStatistics, MoreNodesInCommunitiesThanInTheGraphThrows) {

@@ -13,16 +13,14 @@
 
 #include "communities/k_clique_intensity.h"
 #include "core/xerror_msg.h"
+#include "tests/support/brute_communities.h"
 
 namespace kcp {
 namespace {
 
 using Coms_from_k_cls_sub::Check_intersection;
-using Coms_from_k_cls_sub::Collect_multi_label_sets;
 using Coms_from_k_cls_sub::Get_node_com_inds;
 using Coms_from_k_cls_sub::Get_trans_rules;
-using Coms_from_k_cls_sub::Get_uni_rules_recur;
-using Coms_from_k_cls_sub::MultiLabelSets;
 
 struct Communities {
   std::map<std::uint32_t, NodeList> nodes;
@@ -42,20 +40,6 @@ void Add_clique_links(const NodeList& clique, const double& w, IndexLinkMap& lin
   for (std::size_t a = 0; a < clique.size(); ++a) {
     for (std::size_t b = a + 1; b < clique.size(); ++b) links[{clique[a], clique[b]}] = w;
   }
-}
-
-// Seven triangles: 0-1-2-4 form a chain, 3 opens a label of its own and meets the chain at 4,
-// 5 and 6 share the pair (7,8), whose weight is below I.
-NumberedKCliques Example_k_cliques() {
-  return {{0, {1, 2, 3}}, {1, {1, 3, 5}}, {2, {1, 5, 6}}, {3, {2, 4, 5}},
-          {4, {4, 5, 6}}, {5, {7, 8, 9}}, {6, {7, 8, 10}}};
-}
-
-IndexLinkMap Example_links() {
-  IndexLinkMap links;
-  for (const auto& [number, k_clique] : Example_k_cliques()) Add_clique_links(k_clique, 2.0, links);
-  links[{7, 8}] = 0.5;
-  return links;
 }
 
 TEST(IntersectionTest, DecidesStrictlyAboveTheThreshold) {
@@ -97,17 +81,6 @@ TEST(IntersectionTest, OverflowingThresholdFailsAndMissingLinkThrows) {
   }
 }
 
-TEST(NodeComInds, HandWorkedLabels) {
-  LabelSets label_sets{{99, {5}}};  // stale content is cleared
-  ::testing::internal::CaptureStdout();
-  Get_node_com_inds(Example_k_cliques(), 3, label_sets, Example_links(), 1.0);
-  ::testing::internal::GetCapturedStdout();
-  // 0 opens label 0 and passes it along the chain 1, 2, 4; 3 meets nothing before it and opens
-  // label 1, which it hands to 4; 5 and 6 share (7,8) of weight 0.5 < I and open 2 and 3.
-  const LabelSets expected{{0, {0}}, {1, {0}}, {2, {0}}, {3, {1}}, {4, {0, 1}}, {5, {2}}, {6, {3}}};
-  EXPECT_EQ(label_sets, expected);
-}
-
 TEST(NodeComInds, WalkStopsAtTheFirstSetBeyondTheSecondSmallestNode) {
   // Numbered out of lexicographic order on purpose: {5,6,7} ends the walk of {1,2,3} before
   // {1,2,4}, its real neighbour, is reached.
@@ -144,69 +117,22 @@ TEST(NodeComInds, ConsoleShowsOneBlockPerKClique) {
                      " 1 of 2 k-cliques to do (50.00% done)\n");
 }
 
-TEST(TransRules, GroupsGrowDepthFirstOverSharedLabels) {
-  // Multi-label sets (single-label ones, such as k-clique 3, are left out), as entries:
-  // e0 {0,20}  e1 {1,2}  e2 {2,3}  e3 {20,21}  e4 {1,4}  e5 {3,5}  e6 {4,6}  e7 {30,31}  e8 {5,7}
+TEST(TransRules, SharedLabelsMergeIntoTheSmallestEvenOverLongChains) {
   const LabelSets label_sets{{0, {0, 20}}, {1, {1, 2}}, {2, {2, 3}}, {3, {9}},      {4, {20, 21}},
                              {5, {1, 4}},  {6, {3, 5}}, {7, {4, 6}}, {8, {30, 31}}, {9, {5, 7}}};
-  MultiLabelSets multi;
-  Collect_multi_label_sets(label_sets, multi);
-  ASSERT_EQ(multi.sets.size(), 9u);
-
-  std::vector<std::int32_t> group_of(multi.sets.size(), -1);
-  std::vector<std::vector<std::uint32_t>> groups;
-  group_of[1] = 0;
-  groups.push_back({1});
-  Get_uni_rules_recur(0, groups, group_of, 1, multi);
-  // From e1: e2 and e4 share a label and are marked in that order; e2 is grown first, marking
-  // e5, whose growth marks e8, before e4 marks e6 (breadth first would give 1 2 4 5 6 8).
-  EXPECT_EQ(groups, (std::vector<std::vector<std::uint32_t>>{{1, 2, 4, 5, 8, 6}}));
-  EXPECT_EQ(group_of, (std::vector<std::int32_t>{-1, 0, 0, -1, 0, 0, 0, -1, 0}));
-
   TransRules rules{{100, 0}};  // stale content is cleared
   Get_trans_rules(label_sets, rules);
-  const TransRules expected{{20, 0}, {21, 0}, {2, 1}, {3, 1},  {4, 1},
-                            {5, 1},  {6, 1},  {7, 1}, {31, 30}};
-  EXPECT_EQ(rules, expected);
-}
-
-TEST(TransRules, LongChainsOfSharedLabelsMergeWithoutDeepRecursion) {
-  LabelSets label_sets;
+  EXPECT_EQ(
+      rules,
+      (TransRules{{20, 0}, {21, 0}, {2, 1}, {3, 1}, {4, 1}, {5, 1}, {6, 1}, {7, 1}, {31, 30}}));
+  LabelSets chain;
   const std::uint32_t n = 50000;
-  for (std::uint32_t i = 0; i < n; ++i) label_sets[i] = {i, i + 1};
-  TransRules rules;
-  Get_trans_rules(label_sets, rules);
+  for (std::uint32_t i = 0; i < n; ++i) chain[i] = {i, i + 1};
+  Get_trans_rules(chain, rules);
   ASSERT_EQ(rules.size(), n);
   EXPECT_EQ(rules.begin()->first, 1u);
   EXPECT_EQ(rules.rbegin()->first, n);
   EXPECT_TRUE(std::all_of(rules.begin(), rules.end(), [](const auto& r) { return r.second == 0; }));
-}
-
-TEST(IntensityCommunities, HandWorkedCommunitiesAndLinkOrder) {
-  const Communities coms = Percolate_quietly(Example_k_cliques(), 3, Example_links(), 1.0);
-  // Label 1 is merged into 0; communities keep their final labels 0, 2, 3.
-  EXPECT_EQ(coms.nodes, (std::map<std::uint32_t, NodeList>{
-                            {0, {1, 2, 3, 4, 5, 6}}, {2, {7, 8, 9}}, {3, {7, 8, 10}}}));
-  // Grouped by k-clique, latest first: 4, 3, 2, 1, 0; shared links repeat.
-  const LinkList expected0{{4, 5}, {4, 6}, {5, 6}, {2, 4}, {2, 5}, {4, 5}, {1, 5}, {1, 6},
-                           {5, 6}, {1, 3}, {1, 5}, {3, 5}, {1, 2}, {1, 3}, {2, 3}};
-  EXPECT_EQ(coms.links,
-            (std::map<std::uint32_t, LinkList>{
-                {0, expected0}, {2, {{7, 8}, {7, 9}, {8, 9}}}, {3, {{7, 8}, {7, 10}, {8, 10}}}}));
-}
-
-TEST(IntensityCommunities, LowIntensitySharedPairKeepsKCliquesApart) {
-  const NumberedKCliques k_cliques{{0, {1, 2, 3}}, {1, {1, 2, 4}}};
-  IndexLinkMap links;
-  for (const auto& [number, k_clique] : k_cliques) Add_clique_links(k_clique, 4.0, links);
-  links[{1, 2}] = 1.5;
-  // Both triangles pass I = 2 (intensity 1.5 * 16 = 24 > 8), their shared pair does not.
-  Communities coms = Percolate_quietly(k_cliques, 3, links, 2.0);
-  EXPECT_EQ(coms.nodes, (std::map<std::uint32_t, NodeList>{{0, {1, 2, 3}}, {1, {1, 2, 4}}}));
-  links[{1, 2}] = 2.5;
-  coms = Percolate_quietly(k_cliques, 3, links, 2.0);
-  EXPECT_EQ(coms.nodes, (std::map<std::uint32_t, NodeList>{{0, {1, 2, 3, 4}}}));
-  EXPECT_EQ(coms.links.at(0), (LinkList{{1, 2}, {1, 4}, {2, 4}, {1, 2}, {1, 3}, {2, 3}}));
 }
 
 TEST(IntensityCommunities, NoKCliquesGiveNoCommunities) {
@@ -221,55 +147,23 @@ TEST(IntensityCommunities, NoKCliquesGiveNoCommunities) {
 
 // ---- Independent check on random graphs ----
 
+// A random graph on the nodes 1..n with a weight on every link.
 struct Random_graph {
-  std::uint32_t n = 0;
+  testing::Small_graph graph;
   IndexLinkMap links;
 };
 
 Random_graph Make_graph(const std::uint32_t& seed, const std::uint32_t& n, const double& p,
                         const double& w_low, const double& w_high) {
+  Random_graph g{testing::Random_small_graph(n, p, seed), {}};
   std::mt19937 gen(seed);
-  std::uniform_real_distribution<double> coin(0.0, 1.0);
   std::uniform_real_distribution<double> weight(w_low, w_high);
-  Random_graph g;
-  g.n = n;
   for (NodeIndex a = 1; a <= n; ++a) {
     for (NodeIndex b = a + 1; b <= n; ++b) {
-      if (coin(gen) < p) g.links[{a, b}] = w_low == w_high ? w_low : weight(gen);
+      if (g.graph.Linked(a, b)) g.links[{a, b}] = w_low == w_high ? w_low : weight(gen);
     }
   }
   return g;
-}
-
-bool Linked(const Random_graph& g, const NodeIndex& a, const NodeIndex& b) {
-  return g.links.count({std::min(a, b), std::max(a, b)}) > 0;
-}
-
-// Every maximal clique of three or more nodes, by trying every node subset.
-CliqueList Brute_maximal_cliques(const Random_graph& g) {
-  CliqueList cliques;
-  for (std::uint32_t mask = 1; mask < (1u << g.n); ++mask) {
-    NodeList nodes;
-    for (NodeIndex v = 1; v <= g.n; ++v) {
-      if (mask & (1u << (v - 1))) nodes.push_back(v);
-    }
-    if (nodes.size() < 3) continue;
-    bool clique = true;
-    for (std::size_t a = 0; a < nodes.size() && clique; ++a) {
-      for (std::size_t b = a + 1; b < nodes.size() && clique; ++b) {
-        clique = Linked(g, nodes[a], nodes[b]);
-      }
-    }
-    if (!clique) continue;
-    bool maximal = true;
-    for (NodeIndex v = 1; v <= g.n && maximal; ++v) {
-      if (mask & (1u << (v - 1))) continue;
-      maximal = !std::all_of(nodes.begin(), nodes.end(),
-                             [&](const NodeIndex& x) { return Linked(g, x, v); });
-    }
-    if (maximal) cliques.push_back(nodes);
-  }
-  return cliques;
 }
 
 bool Brute_intense(const NodeList& nodes, const IndexLinkMap& links, const double& intensity) {
@@ -405,7 +299,7 @@ TEST(IntensityCommunities, MatchBruteForceOnRandomWeightedGraphs) {
     // Weights below 1: the lower bounds of the enumeration are then exact, so the k-cliques are
     // exactly those with intensity above I.
     const Random_graph g = Make_graph(seed, 10, 0.65, 0.2, 0.99);
-    const CliqueList cliques = Brute_maximal_cliques(g);
+    const CliqueList cliques = testing::Brute_maximal_cliques(g.graph, 3);
     for (const std::uint32_t k : {3u, 4u}) {
       for (const double intensity : {0.45, 0.6}) {
         KCliqueSet k_cliques;
@@ -424,7 +318,7 @@ TEST(IntensityCommunities, MatchBruteForceOnRandomWeightedGraphs) {
 TEST(IntensityCommunities, EqualWeightsAboveIGivePlainPercolationOfKCliques) {
   for (std::uint32_t seed = 21; seed <= 28; ++seed) {
     const Random_graph g = Make_graph(seed, 11, 0.6, 3.0, 3.0);
-    const CliqueList cliques = Brute_maximal_cliques(g);
+    const CliqueList cliques = testing::Brute_maximal_cliques(g.graph, 3);
     for (const std::uint32_t k : {3u, 4u, 5u}) {
       KCliqueSet k_cliques;
       const auto program = Program_communities(cliques, k, g.links, 2.0, k_cliques);

@@ -50,24 +50,6 @@ void Expect_missing_link(const NodeList& clique, const IndexLinkMap& links) {
   }
 }
 
-TEST(SubLinks, TableHoldsLogWeightsOfAllPairsAndTheSmallest) {
-  const IndexLinkMap links{{{2, 5}, 2.0}, {{2, 7}, 4.0}, {{5, 7}, 0.5}, {{5, 9}, 0.01}};
-  SubLinkTable table;
-  double min_log_w = 0;
-  Get_sub_links_and_min_link_w({2, 5, 7}, links, table, min_log_w);
-  ASSERT_EQ(table.size, 3u);
-  EXPECT_DOUBLE_EQ(table.At(0, 1), std::log(2.0));
-  EXPECT_DOUBLE_EQ(table.At(1, 0), std::log(2.0));
-  EXPECT_DOUBLE_EQ(table.At(0, 2), std::log(4.0));
-  EXPECT_DOUBLE_EQ(table.At(2, 1), std::log(0.5));
-  // The link (5, 9) lies outside the clique and must not lower the minimum.
-  EXPECT_DOUBLE_EQ(min_log_w, std::log(0.5));
-
-  // The minimum is the first link when no later one is smaller.
-  Get_sub_links_and_min_link_w({2, 5}, links, table, min_log_w);
-  EXPECT_DOUBLE_EQ(min_log_w, std::log(2.0));
-}
-
 TEST(SubLinks, MissingOrOnlyReversedLinkThrowsTheFixedMessage) {
   // First pair missing, a later pair missing, a pair held only as (larger, smaller).
   Expect_missing_link({1, 2, 3}, {{{1, 3}, 1.0}, {{2, 3}, 1.0}});
@@ -75,46 +57,6 @@ TEST(SubLinks, MissingOrOnlyReversedLinkThrowsTheFixedMessage) {
   Expect_missing_link({1, 2, 3}, {{{1, 2}, 1.0}, {{1, 3}, 1.0}, {{3, 2}, 1.0}});
   // A single node has no first link to look up.
   Expect_missing_link({4}, {{{4, 5}, 1.0}});
-}
-
-TEST(KCliqueGeneration, HandWorkedWeightsBelowOne) {
-  // Weights 0.5^e with the exponents below; with I = 0.5 a triangle passes when its exponents
-  // add up to less than 3, the 4-clique {1,2,3,4} (exponent sum 6.2) when they stay below 6.
-  const auto w = [](const double& e) { return std::pow(0.5, e); };
-  const IndexLinkMap links{{{1, 2}, w(0.5)}, {{1, 3}, w(1)}, {{1, 4}, w(2.2)}, {{2, 3}, w(1)},
-                           {{2, 4}, w(0.5)}, {{3, 4}, w(1)}, {{3, 5}, w(0.5)}, {{4, 5}, w(1)}};
-  const CliqueList cliques{{1, 2, 3, 4}, {3, 4, 5}};
-
-  // {1,2,3}: 2.5 and {2,3,4}: 2.5 pass; {1,2,4}: 3.2 and {1,3,4}: 4.2 fail; {3,4,5}: 2.5 passes.
-  EXPECT_EQ(Generate_quietly(cliques, links, 3, 0.5),
-            (KCliqueSet{{1, 2, 3}, {2, 3, 4}, {3, 4, 5}}));
-  EXPECT_EQ(Generate_quietly(cliques, links, 4, 0.5), KCliqueSet{});
-  EXPECT_EQ(Generate_quietly(cliques, links, 4, w(1.1)), (KCliqueSet{{1, 2, 3, 4}}));
-  // k above every clique size: nothing, and no clique is even looked at.
-  EXPECT_EQ(Generate_quietly(cliques, links, 5, 0.001), KCliqueSet{});
-}
-
-TEST(KCliqueGeneration, EqualWeightsAboveTheThresholdGiveEveryKSubsetOnce) {
-  // Two maximal cliques sharing {4,5,6}: the 3-subsets inside the overlap come from both and
-  // are kept once.
-  const CliqueList cliques{{1, 2, 3, 4, 5, 6}, {4, 5, 6, 7, 8}};
-  const IndexLinkMap links = Uniform_links(cliques, 3.0);
-  KCliqueSet expected;
-  for (const NodeList& clique : cliques) {
-    const std::size_t n = clique.size();
-    for (std::size_t a = 0; a < n; ++a) {
-      for (std::size_t b = a + 1; b < n; ++b) {
-        for (std::size_t c = b + 1; c < n; ++c) expected.insert({clique[a], clique[b], clique[c]});
-      }
-    }
-  }
-  ASSERT_EQ(expected.size(), 20u + 10u - 1u);
-  EXPECT_EQ(Generate_quietly(cliques, links, 3, 2.0), expected);
-
-  const KCliqueSet fives = Generate_quietly(cliques, links, 5, 2.0);
-  EXPECT_EQ(fives.size(), 6u + 1u);
-  EXPECT_TRUE(fives.count({4, 5, 6, 7, 8}));
-  EXPECT_TRUE(fives.count({1, 2, 3, 4, 5}));
 }
 
 TEST(KCliqueGeneration, IntensityExactlyAtTheThresholdFailsTheExactTest) {

@@ -41,84 +41,10 @@ LinkList All_pairs(const NodeList& nodes) {
   return pairs;
 }
 
-// Eight cliques worked by hand (k = 3). Entries sharing >= 2 nodes:
-// 0-1, 0-2, 1-3, 1-7, 2-4, 3-6, 3-7; clique 5 stands alone.
+// Eight cliques, all of three nodes, most of them sharing two with another.
 CliqueList Hand_cliques() {
   return {{1, 2, 3}, {1, 2, 4},  {2, 3, 5},  {1, 4, 6},
           {3, 5, 7}, {8, 9, 10}, {4, 6, 11}, {1, 4, 12}};
-}
-
-TEST(Percolation, GrowsDepthFirstLabellingAllCandidatesOfALevelFirst) {
-  const CliqueList cliques = Hand_cliques();
-  const OverlapMatrix overlaps = Brute_overlap_matrix(cliques, 1);
-  const Result r = Percolate(cliques, overlaps, 3, 8);
-  ASSERT_EQ(r.communities.size(), 2u);
-  EXPECT_EQ(r.n_exact_coms, 2u);
-  // Seed 0 takes 0, 1, 2; 1 takes 3 and 7 together; 3 then takes 6; 2 finally takes 4.
-  EXPECT_EQ(r.cliques[0], (CliqueIndexList{0, 1, 2, 3, 7, 6, 4}));
-  EXPECT_EQ(r.communities[0], (Community{1, 2, 3, 4, 5, 6, 7, 11, 12}));
-  EXPECT_EQ(r.cliques[1], (CliqueIndexList{5}));
-  EXPECT_EQ(r.communities[1], (Community{8, 9, 10}));
-  EXPECT_EQ(r.links[1], (LinkList{{8, 9}, {8, 10}, {9, 10}}));
-  const LinkList expected_links{{1, 2}, {1, 3}, {1, 4}, {1, 6},  {1, 12}, {2, 3}, {2, 4}, {2, 5},
-                                {3, 5}, {3, 7}, {4, 6}, {4, 11}, {4, 12}, {5, 7}, {6, 11}};
-  EXPECT_EQ(r.links[0], expected_links);
-}
-
-TEST(Percolation, ListsExactCommunitiesBeforeApproximateOnes) {
-  const CliqueList cliques = Hand_cliques();
-  const OverlapMatrix overlaps = Brute_overlap_matrix(cliques, 2);
-  // Cliques 6 and 7 approximate: the big community (seed 0) goes behind the one of clique 5.
-  Result r = Percolate(cliques, overlaps, 3, 6);
-  ASSERT_EQ(r.communities.size(), 2u);
-  EXPECT_EQ(r.n_exact_coms, 1u);
-  EXPECT_EQ(r.cliques[0], (CliqueIndexList{5}));
-  EXPECT_EQ(r.cliques[1], (CliqueIndexList{0, 1, 2, 3, 7, 6, 4}));
-  // Everything approximate.
-  r = Percolate(cliques, overlaps, 3, 0);
-  EXPECT_EQ(r.n_exact_coms, 0u);
-  EXPECT_EQ(r.cliques[0].front(), 0u);
-  EXPECT_EQ(r.cliques[1], (CliqueIndexList{5}));
-}
-
-TEST(Percolation, SmallCliqueJoinsThroughKMinusOneButNeverSeeds) {
-  // k = 4: clique 0 has 3 nodes, all shared with clique 1.
-  const CliqueList cliques{{1, 2, 3}, {1, 2, 3, 4}, {5, 6, 7}};
-  const OverlapMatrix overlaps = Brute_overlap_matrix(cliques, 1);
-  const Result r = Percolate(cliques, overlaps, 4, 3);
-  ASSERT_EQ(r.communities.size(), 1u);
-  EXPECT_EQ(r.cliques[0], (CliqueIndexList{0, 1}));
-  EXPECT_EQ(r.communities[0], (Community{1, 2, 3, 4}));
-  EXPECT_EQ(r.links[0], All_pairs({1, 2, 3, 4}));
-}
-
-TEST(Percolation, CliquesSharingKMinusTwoStayApartUnlessChained) {
-  CliqueList cliques{{1, 2, 3, 4}, {3, 4, 5, 6}};
-  Result r = Percolate(cliques, Brute_overlap_matrix(cliques, 1), 4, 2);
-  ASSERT_EQ(r.communities.size(), 2u);
-  EXPECT_EQ(r.communities[0], (Community{1, 2, 3, 4}));
-  EXPECT_EQ(r.communities[1], (Community{3, 4, 5, 6}));
-  EXPECT_EQ(r.cliques[0], (CliqueIndexList{0}));
-  EXPECT_EQ(r.cliques[1], (CliqueIndexList{1}));
-
-  cliques.push_back({2, 3, 4, 5});
-  r = Percolate(cliques, Brute_overlap_matrix(cliques, 3), 4, 3);
-  ASSERT_EQ(r.communities.size(), 1u);
-  EXPECT_EQ(r.cliques[0], (CliqueIndexList{0, 2, 1}));
-  EXPECT_EQ(r.communities[0], (Community{1, 2, 3, 4, 5, 6}));
-  // (1,5), (1,6), (2,6) lie in no clique.
-  const LinkList expected{{1, 2}, {1, 3}, {1, 4}, {2, 3}, {2, 4}, {2, 5},
-                          {3, 4}, {3, 5}, {3, 6}, {4, 5}, {4, 6}, {5, 6}};
-  EXPECT_EQ(r.links[0], expected);
-}
-
-TEST(Percolation, LoneLargeCliqueIsACommunityOfItsOwn) {
-  const CliqueList cliques{{2, 4, 6, 8, 10}};
-  const Result r = Percolate(cliques, Brute_overlap_matrix(cliques, 1), 3, 1);
-  ASSERT_EQ(r.communities.size(), 1u);
-  EXPECT_EQ(r.communities[0], (Community{2, 4, 6, 8, 10}));
-  EXPECT_EQ(r.cliques[0], (CliqueIndexList{0}));
-  EXPECT_EQ(r.links[0], All_pairs({2, 4, 6, 8, 10}));
 }
 
 TEST(Percolation, NothingWithoutRowsOrBeyondTheLargestClique) {

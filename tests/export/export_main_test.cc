@@ -1,4 +1,5 @@
 // End-to-end runs of the built varnel-export on results directories made by real varnel runs.
+// The GraphML and JSON contents are read back against the results in networkx_check_test.cc.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -22,24 +23,6 @@ using testing::Test_dir;
 // and a lone link between two nodes with awkward names (one of them Latin-1, not UTF-8).
 const char* const kHandMadeLinks =
     "a b\na c\nb c\nc d\nc x\"y\nd x\"y\nf g\nf h\nf R&D\ng h\ng R&D\nh R&D\ncaf\xE9 <q>\nh g\n";
-
-// node id (as written) -> content of its data element with the given key ("" when absent).
-std::map<std::string, std::string> Node_data(const std::string& graphml, const std::string& key) {
-  std::map<std::string, std::string> data;
-  const std::string open = "<data key=\"" + key + "\">";
-  for (std::size_t at = graphml.find("<node id=\""); at != std::string::npos;
-       at = graphml.find("<node id=\"", at + 1)) {
-    const std::size_t id = at + 10;
-    const std::string node = graphml.substr(id, graphml.find("</node>", id) - id);
-    const std::size_t value = node.find(open);
-    data[node.substr(0, node.find('"'))] =
-        value == std::string::npos
-            ? ""
-            : node.substr(value + open.size(),
-                          node.find('<', value + open.size()) - value - open.size());
-  }
-  return data;
-}
 
 // The rows of a CSV text, fields unquoted (RFC 4180).
 std::vector<std::vector<std::string>> Csv_rows(const std::string& csv) {
@@ -83,42 +66,6 @@ class HandMadeRun : public ::testing::Test {
   Test_dir dir_;
   std::string results_;
 };
-
-TEST_F(HandMadeRun, GraphmlGivesEachNodeAndLinkItsCommunities) {
-  const ProcessResult run = Run_export(dir_, {results_, "--format", "graphml"});
-  ASSERT_EQ(run.status, 0) << run.err;
-  EXPECT_EQ(run.err, "");
-  const std::string& xml = run.out;
-  EXPECT_EQ(testing::Xml_fault(xml), "");
-  EXPECT_EQ(Count(xml, "edgedefault=\"undirected\""), 1u);
-  EXPECT_EQ(Count(xml, "<node "), 11u);
-  EXPECT_EQ(Count(xml, "<edge "), 13u);  // 14 lines, "h g" joins "g h"
-
-  const auto k3 = Node_data(xml, "node_k3");
-  const auto k4 = Node_data(xml, "node_k4");
-  ASSERT_EQ(k3.size(), 11u);
-  // {a, b, c}, {c, d, x"y} and {f, g, h, R&D} at k=3, whatever numbers the run gave them.
-  const std::string abc = k3.at("a");
-  const std::string cdx = k3.at("d");
-  const std::string fgh = k3.at("f");
-  EXPECT_EQ(k3.at("b"), abc);
-  EXPECT_EQ(k3.at("x&quot;y"), cdx);
-  EXPECT_EQ(k3.at("R&amp;D"), fgh);
-  EXPECT_TRUE(k3.at("c") == abc + "," + cdx || k3.at("c") == cdx + "," + abc) << k3.at("c");
-  EXPECT_EQ(std::set<std::string>({abc, cdx, fgh}).size(), 3u);
-  EXPECT_EQ(k3.at("caf\\xE9"), "");
-  EXPECT_EQ(k3.at("&lt;q&gt;"), "");
-  // Only the four-clique survives at k=4.
-  EXPECT_EQ(k4.at("f"), "0");
-  EXPECT_EQ(k4.at("R&amp;D"), "0");
-  EXPECT_EQ(k4.at("a"), "");
-  EXPECT_EQ(k4.at("c"), "");
-
-  EXPECT_EQ(Count(xml, "<edge source=\"caf\\xE9\" target=\"&lt;q&gt;\"></edge>"), 1u);
-  EXPECT_EQ(Count(xml, "<edge source=\"g\" target=\"h\"><data key=\"link_k3\">" + fgh +
-                           "</data><data key=\"link_k4\">0</data></edge>"),
-            1u);
-}
 
 TEST_F(HandMadeRun, CsvListsEveryCommunityOfEveryK) {
   const ProcessResult run = Run_export(dir_, {results_, "-f", "csv"});
@@ -176,30 +123,6 @@ TEST_F(HandMadeRun, OutputFileHoldsWhatStandardOutputWould) {
   EXPECT_EQ(to_file.out, "");
   EXPECT_EQ(testing::Read_file(dir_ / "out.json"), to_stdout.out);
   EXPECT_EQ(Count(to_stdout.out, "{\"id\": \"caf\\\\xE9\"}"), 1u);
-}
-
-TEST(ExportMain, WritesBothDirectionsOfADirectedRun) {
-  Test_dir dir;
-  const std::string results =
-      Make_results(dir, "d.links", "a b\nb c\na c\nb a\nc d\nb d\na d\nd e\n", "d_results", {"-D"});
-  ASSERT_FALSE(results.empty());
-  const ProcessResult run = Run_export(dir, {results, "-f", "graphml"});
-  ASSERT_EQ(run.status, 0) << run.err;
-  EXPECT_EQ(Count(run.out, "edgedefault=\"directed\""), 1u);
-  EXPECT_EQ(Count(run.out, "<edge "), 8u);
-  // {a, b, c, d} is one community at k=3 and at k=4; both directions of a-b belong to it.
-  EXPECT_EQ(Count(run.out,
-                  "<edge source=\"a\" target=\"b\"><data key=\"link_k3\">0</data>"
-                  "<data key=\"link_k4\">0</data></edge>"),
-            1u);
-  EXPECT_EQ(Count(run.out,
-                  "<edge source=\"b\" target=\"a\"><data key=\"link_k3\">0</data>"
-                  "<data key=\"link_k4\">0</data></edge>"),
-            1u);
-  EXPECT_EQ(Count(run.out, "<edge source=\"d\" target=\"e\"></edge>"), 1u);
-  const ProcessResult json = Run_export(dir, {results, "-f", "json"});
-  EXPECT_EQ(Count(json.out, "\"directed\": true,"), 1u);
-  EXPECT_EQ(Count(json.out, "\"flavour\": \"directed\","), 1u);
 }
 
 using Entries = std::multiset<std::vector<std::string>>;

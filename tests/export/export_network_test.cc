@@ -42,9 +42,13 @@ TEST(ExportNetwork, RefusesUnknownCommunityNodesAndNamesThatWouldBeWrittenAlike)
   results.nodes = {"n\xFF", "n\\xFF"};
   results.links = {Link("n\xFF", "n\\xFF")};
   EXPECT_THROW(Build_export_network(results), Xerror_msg);
+  // Distinct safe forms pass, and the link joins the two nodes.
   results.nodes = {"n\xFF", "n\xFE"};
-  results.links = {Link("n\xFF", "n\xFE")};
-  EXPECT_NO_THROW(Build_export_network(results));
+  results.links = {Link("n\xFE", "n\xFF")};
+  const ExportNetwork network = Build_export_network(results);
+  ASSERT_EQ(network.links.size(), 1u);
+  EXPECT_EQ(network.links[0].source, 1u);
+  EXPECT_EQ(network.links[0].target, 0u);
 }
 
 TEST(ExportNetwork, LabelsCommunitiesAndWeightsAsTheFilesWriteThem) {

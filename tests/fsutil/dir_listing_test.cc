@@ -72,22 +72,6 @@ TEST(ListDir, UnreadableDirectoryReportsTheScandirFailure) {
   chmod((dir / "locked").c_str(), 0755);
 }
 
-TEST(ListDirRec, SubtreeComesReversedBeforeItsDirectory) {
-  Test_dir dir;
-  // out: a/ (b/ (f), g), c
-  Make_directory(dir / "out");
-  Make_directory(dir / "out/a");
-  Make_directory(dir / "out/a/b");
-  Write_file(dir / "out/a/b/f", "");
-  Write_file(dir / "out/a/g", "");
-  Write_file(dir / "out/c", "");
-  EXPECT_EQ(List_dir_rec(dir / "out/a"),
-            (DirListing{{"b/f", "file"}, {"b", "dir"}, {"g", "file"}}));
-  EXPECT_EQ(List_dir_rec(dir / "out"),
-            (DirListing{
-                {"a/g", "file"}, {"a/b", "dir"}, {"a/b/f", "file"}, {"a", "dir"}, {"c", "file"}}));
-}
-
 TEST(ListDirRec, SeveralDirectoriesAndDeepNesting) {
   Test_dir dir;
   // r: d1/ (x, y), d2/ (e/ (h/ (z))), k
@@ -109,13 +93,6 @@ TEST(ListDirRec, SeveralDirectoriesAndDeepNesting) {
                                                  {"d2/e/h", "dir"},
                                                  {"d2", "dir"},
                                                  {"k", "file"}}));
-}
-
-TEST(ListDirRec, EmptyAndMissingDirectories) {
-  Test_dir dir;
-  Make_directory(dir / "e");
-  EXPECT_TRUE(List_dir_rec(dir / "e").empty());
-  EXPECT_THROW(List_dir_rec(dir / "none"), Xerror_msg);
 }
 
 }  // namespace

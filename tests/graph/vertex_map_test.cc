@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <map>
+#include <random>
 #include <string>
 
 #include "core/xerror_msg.h"
@@ -9,52 +12,62 @@
 namespace kcp {
 namespace {
 
-TEST(VertexMap, EmptyLinksGiveEmptyMapsAndOrders) {
-  VtxMap vertices{{3, Vtx(3)}};
-  Vtx_map_from_link_map(vertices, IndexLinkMap{});
-  EXPECT_TRUE(vertices.empty());
-  VtxdMap directed{{3, Vtxd(3)}};
-  Dir_vtx_map_from_link_map(directed, IndexLinkMap{});
-  EXPECT_TRUE(directed.empty());
-
-  NodeOrder order{1, 2};
-  Sort_Vtx_map(order, vertices);
-  EXPECT_TRUE(order.empty());
-  order = {1, 2};
-  Sort_dir_vtx_map(order, directed, "Neighs");
-  EXPECT_TRUE(order.empty());
+// The nodes by ascending size of their set, ties by index.
+NodeOrder Order_by(const std::map<NodeIndex, NodeSet>& sets, const std::vector<NodeIndex>& nodes) {
+  NodeOrder order(nodes.begin(), nodes.end());
+  std::stable_sort(order.begin(), order.end(), [&](NodeIndex a, NodeIndex b) {
+    const std::size_t sa = sets.count(a) ? sets.at(a).size() : 0;
+    const std::size_t sb = sets.count(b) ? sets.at(b).size() : 0;
+    return sa != sb ? sa < sb : a < b;
+  });
+  return order;
 }
 
-TEST(VertexMap, UndirectedRecordsAndOrderByDegreeThenIndex) {
-  const IndexLinkMap links{{{1, 2}, 0.5}, {{1, 3}, 0.0}, {{1, 4}, 0.0}, {{2, 3}, 0.0}};
-  VtxMap vertices;
-  Vtx_map_from_link_map(vertices, links);
-  ASSERT_EQ(vertices.size(), 4u);
-  EXPECT_EQ(vertices.at(1).Neighs_c(), (NodeSet{2, 3, 4}));
-  EXPECT_EQ(vertices.at(2).Neighs_c(), (NodeSet{1, 3}));
-  EXPECT_EQ(vertices.at(3).Neighs_c(), (NodeSet{1, 2}));
-  EXPECT_EQ(vertices.at(4).Neighs_c(), NodeSet{1});
-  for (const auto& [index, vtx] : vertices) {
-    EXPECT_EQ(vtx.Index(), index);
-    EXPECT_EQ(vtx.Name(), "0");
-    EXPECT_TRUE(vtx.Inc_neighs_c().empty());
+TEST(VertexMap, RecordsAndOrdersFollowTheLinksOnRandomGraphs) {
+  std::mt19937 random(31);
+  for (int round = 0; round < 200; ++round) {
+    IndexLinkMap undirected, directed;
+    std::map<NodeIndex, NodeSet> neighs, out, in, all;
+    for (int l = random() % 20; l > 0; --l) {
+      const NodeIndex a = 1 + random() % 9, b = 1 + random() % 9;
+      if (a == b) continue;
+      directed[{a, b}] = 1.0;
+      out[a].insert(b), in[b].insert(a), all[a].insert(b), all[b].insert(a);
+      undirected[{std::min(a, b), std::max(a, b)}] = 0.5;
+      neighs[a].insert(b), neighs[b].insert(a);
+    }
+    std::vector<NodeIndex> nodes;
+    for (const auto& [n, set] : all) nodes.push_back(n);
+
+    VtxMap vertices{{42, Vtx(42)}};  // stale content is cleared
+    Vtx_map_from_link_map(vertices, undirected);
+    ASSERT_EQ(vertices.size(), nodes.size());
+    for (const NodeIndex n : nodes) {
+      ASSERT_EQ(vertices.at(n).Index(), n);
+      ASSERT_EQ(vertices.at(n).Neighs_c(), neighs[n]) << "round " << round;
+      ASSERT_TRUE(vertices.at(n).Inc_neighs_c().empty());
+    }
+    NodeOrder order{9, 9, 9};
+    Sort_Vtx_map(order, vertices);
+    ASSERT_EQ(order, Order_by(neighs, nodes)) << "round " << round;
+
+    VtxdMap dvertices{{42, Vtxd(42)}};
+    Dir_vtx_map_from_link_map(dvertices, directed);
+    ASSERT_EQ(dvertices.size(), nodes.size());
+    for (const NodeIndex n : nodes) {
+      ASSERT_EQ(dvertices.at(n).Oneighs_c(), out[n]) << "round " << round;
+      ASSERT_EQ(dvertices.at(n).Ineighs_c(), in[n]) << "round " << round;
+      ASSERT_EQ(dvertices.at(n).Neighs_c(), all[n]) << "round " << round;
+    }
+    for (const auto& [flag, sets] :
+         {std::pair{"Oneighs", &out}, {"Ineighs", &in}, {"Neighs", &all}}) {
+      Sort_dir_vtx_map(order, dvertices, flag);
+      ASSERT_EQ(order, Order_by(*sets, nodes)) << flag << " round " << round;
+    }
   }
-  NodeOrder order{9, 9, 9, 9, 9, 9};
-  Sort_Vtx_map(order, vertices);
-  EXPECT_EQ(order, (NodeOrder{4, 2, 3, 1}));
 }
 
-TEST(VertexMap, OnlyLinkedNodesGetRecords) {
-  VtxMap vertices;
-  Vtx_map_from_link_map(vertices, IndexLinkMap{{{2, 7}, 0.0}, {{5, 7}, 0.0}});
-  ASSERT_EQ(vertices.size(), 3u);
-  EXPECT_EQ(vertices.count(1), 0u);
-  NodeOrder order;
-  Sort_Vtx_map(order, vertices);
-  EXPECT_EQ(order, (NodeOrder{2, 5, 7}));
-}
-
-TEST(VertexMap, UndirectedBuilderRefusesBothDirections) {
+TEST(VertexMap, MisuseIsRefusedWithItsMessage) {
   VtxMap vertices;
   try {
     Vtx_map_from_link_map(vertices, IndexLinkMap{{{1, 2}, 0.0}, {{2, 1}, 0.0}});
@@ -63,53 +76,12 @@ TEST(VertexMap, UndirectedBuilderRefusesBothDirections) {
     EXPECT_EQ(std::string(e.what()),
               "ERROR: Vtx::Add_neigh() : attempt to add already exisiting neigh. ");
   }
-}
-
-TEST(VertexMap, DirectedRecordsKeepBothDirections) {
-  VtxdMap vertices;
-  Dir_vtx_map_from_link_map(vertices, IndexLinkMap{{{1, 2}, 1.0}, {{2, 1}, 1.0}, {{3, 1}, 0.0}});
-  ASSERT_EQ(vertices.size(), 3u);
-  const Vtxd& one = vertices.at(1);
-  EXPECT_EQ(one.Oneighs_c(), NodeSet{2});
-  EXPECT_EQ(one.Ineighs_c(), (NodeSet{2, 3}));
-  EXPECT_EQ(one.Neighs_c(), (NodeSet{2, 3}));
-  EXPECT_EQ(vertices.at(3).Oneighs_c(), NodeSet{1});
-  EXPECT_TRUE(vertices.at(3).Ineighs_c().empty());
-  for (const auto& [index, vtx] : vertices) {
-    EXPECT_EQ(vtx.Index(), index);
-    EXPECT_EQ(vtx.Name(), "0");
-    EXPECT_TRUE(vtx.Inc_neighs_c().empty());
-  }
-
-  VtxdMap pair;
-  Dir_vtx_map_from_link_map(pair, IndexLinkMap{{{1, 2}, 0.0}, {{2, 1}, 0.0}});
-  NodeOrder order;
-  Sort_dir_vtx_map(order, pair, "Neighs");
-  EXPECT_EQ(order, (NodeOrder{1, 2}));
-  EXPECT_EQ(pair.at(1).Neighs_c().size(), 1u);
-}
-
-TEST(VertexMap, DirectedOrderFollowsTheChosenSet) {
-  // out-degrees 1:2 2:1 3:0 4:1, in-degrees 1:1 2:1 3:2 4:0, degrees 1:3 2:2 3:2 4:1.
-  VtxdMap vertices;
-  Dir_vtx_map_from_link_map(
-      vertices, IndexLinkMap{{{1, 2}, 0.0}, {{1, 3}, 0.0}, {{2, 3}, 0.0}, {{4, 1}, 0.0}});
-  NodeOrder order;
-  Sort_dir_vtx_map(order, vertices, "Oneighs");
-  EXPECT_EQ(order, (NodeOrder{3, 2, 4, 1}));
-  Sort_dir_vtx_map(order, vertices, "Ineighs");
-  EXPECT_EQ(order, (NodeOrder{4, 1, 2, 3}));
-  Sort_dir_vtx_map(order, vertices, "Neighs");
-  EXPECT_EQ(order, (NodeOrder{4, 2, 3, 1}));
-}
-
-TEST(VertexMap, UnknownFlagThrowsAndLeavesTheOrder) {
-  VtxdMap vertices;
-  Dir_vtx_map_from_link_map(vertices, IndexLinkMap{{{1, 2}, 0.0}});
+  VtxdMap directed;
+  Dir_vtx_map_from_link_map(directed, IndexLinkMap{{{1, 2}, 0.0}});
   for (const std::string flag : {"neighs", "", "Neighs ", "NEIGHS"}) {
     NodeOrder order{7, 8};
     try {
-      Sort_dir_vtx_map(order, vertices, flag);
+      Sort_dir_vtx_map(order, directed, flag);
       ADD_FAILURE() << "no error for '" << flag << "'";
     } catch (const Xerror_msg& e) {
       EXPECT_EQ(std::string(e.what()), " Invalid flag '" + flag + "' given in Sort_vtxd_gmap...\n");

@@ -90,6 +90,8 @@ TEST(StatsFilesReader, BadRecordsAreReportedWithFileAndLine) {
        {distribution + "3 1 4\n\n", ", line 5: expected a value and its count, found 3 fields"},
        {distribution + "4 1\n3 1\n\n",
         ", line 6: the value 3 does not follow the one before it in ascending order"},
+       {distribution + "3 1\n3 2\n\n",
+        ", line 6: the value 3 does not follow the one before it in ascending order"},
        {"# The sizes of the  communities at k=3\n#" + kAlap + "\n\n",
         ", line 1: expected \"# The <distribution> of the <suffix>[flag ] communities at k=<k>\" "
         "as the first line"}});

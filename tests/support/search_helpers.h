@@ -40,17 +40,6 @@ inline void Both_ways(IndexLinkMap& links, std::initializer_list<NodeIndex> node
   }
 }
 
-// The incremental neighbour sets a node's record would hold after the search registered
-// `cliques`: for each clique holding n, in registration order, its other members.
-inline std::vector<NodeSet> Inc_neighs_of(const CliqueList& cliques, const NodeIndex& n) {
-  std::vector<NodeSet> sets;
-  for (const Clique& clique : cliques) {
-    NodeSet others(clique.begin(), clique.end());
-    if (others.erase(n) != 0) sets.push_back(std::move(others));
-  }
-  return sets;
-}
-
 inline OverlapRow Row(std::initializer_list<std::pair<std::uint32_t, std::uint32_t>> entries) {
   OverlapRow row;
   for (const auto& [clique, shared] : entries) row.push_back(Overlap{clique, shared});
