@@ -14,12 +14,7 @@ namespace Clique_find_sub_routines {
 namespace {
 
 const NodeSet& Working_neighs(const VtxMap& working, const NodeIndex& x) {
-  const auto record = working.find(x);
-  if (record == working.end()) {
-    throw Xerror_msg("ERROR: Clique_find() : node " + std::to_string(x) +
-                     " is missing from the working graph.");
-  }
-  return record->second.Neighs_c();
+  return Record_of(working, x, "Clique_find", "working graph").Neighs_c();
 }
 
 // S ⊆ K for ascending S and K; a long K is searched rather than walked.
@@ -37,11 +32,7 @@ bool Is_subset(std::span<const NodeIndex> S, const NodeList& K) {
 }
 
 const NodeSet& Full_neighs(const VtxMap& vertices, const NodeIndex& z) {
-  const auto record = vertices.find(z);
-  if (record == vertices.end()) {
-    throw Xerror_msg("ERROR: Clique_find() : node " + std::to_string(z) + " has no vertex record.");
-  }
-  return record->second.Neighs_c();
+  return Record_of(vertices, z, "Clique_find", "vertex map").Neighs_c();
 }
 
 bool Contains(const NodeSet& set, const NodeIndex& n) {

@@ -19,12 +19,7 @@ using Clique_find_time_sub_routines::Attempt_timer;
 using Clique_find_time_sub_routines::Indexed_known;
 
 const Vtxd& Working_record(const VtxdMap& working, const NodeIndex& x) {
-  const auto record = working.find(x);
-  if (record == working.end()) {
-    throw Xerror_msg("ERROR: Clique_find_dir_time() : node " + std::to_string(x) +
-                     " is missing from the working graph.");
-  }
-  return record->second;
+  return Record_of(working, x, "Clique_find_dir_time", "working graph");
 }
 
 // A level of the recursion: its gap list (the caller's own list at the root) and the gap whose
@@ -112,10 +107,7 @@ void Main_inc_dir_inv_time(const NodeIndex& v, VtxdMap& working, const VtxdMap& 
                            bool& exceeded, Attempt_timer& timer, KnownCliques known_cliques) {
   const Vtxd& own = Working_record(working, v);
   const NodeList N(own.Neighs_c().begin(), own.Neighs_c().end());
-  if (vertices.find(v) == vertices.end()) {
-    throw Xerror_msg("ERROR: Clique_find_dir_time() : node " + std::to_string(v) +
-                     " has no vertex record.");
-  }
+  Record_of(vertices, v, "Clique_find_dir_time", "vertex map");
   Indexed_known known(std::move(known_cliques));
 
   GapList L{Gap{v, NodeList(own.Ineighs_c().begin(), own.Ineighs_c().end())},

@@ -37,12 +37,7 @@ namespace {
 using Clique_find_sub_routines::Tighten;
 
 const NodeSet& Working_neighs(const VtxMap& working, const NodeIndex& x) {
-  const auto record = working.find(x);
-  if (record == working.end()) {
-    throw Xerror_msg("ERROR: Clique_find_part_time() : node " + std::to_string(x) +
-                     " is missing from the working graph.");
-  }
-  return record->second.Neighs_c();
+  return Record_of(working, x, "Clique_find_part_time", "working graph").Neighs_c();
 }
 
 struct Frame {
@@ -228,10 +223,7 @@ void Clique_find_main_time_part(const NodeIndex& v, VtxMap& working, const VtxMa
                                 KnownCliques known_cliques) {
   const NodeSet& neighs = Working_neighs(working, v);
   const NodeList N(neighs.begin(), neighs.end());
-  if (vertices.find(v) == vertices.end()) {
-    throw Xerror_msg("ERROR: Clique_find_part_time() : node " + std::to_string(v) +
-                     " has no vertex record.");
-  }
+  Record_of(vertices, v, "Clique_find_part_time", "vertex map");
   Indexed_known known(std::move(known_cliques));
 
   const NodeIndex only_v[1] = {v};
