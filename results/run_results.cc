@@ -104,7 +104,7 @@ RunResults Read_results_dir(const std::string& dir, const std::optional<std::uin
   const std::string clique_path = dir + (graph.directed ? "/directed_cliques" : "/cliques");
   std::error_code size_error;
   const bool cut_to_nothing = Exists(clique_path) && fs::file_size(clique_path, size_error) == 0;
-  if (Exists(clique_path) && !(allow_incomplete && cut_to_nothing)) {
+  if (Exists(clique_path) && !cut_to_nothing) {
     cliques = Read_clique_file(clique_path, numbering);
     if (cliques.flag != (graph.directed ? "directed" : "")) {
       Fail_in_file(clique_path, 1, "the header does not match the file name");
@@ -138,7 +138,7 @@ RunResults Read_results_dir(const std::string& dir, const std::optional<std::uin
     ks = List_k_dirs(dir);
   }
   ResultsLayout layout{dir, results.flavour, results.alap_szoveg, std::nullopt,
-                       run.cliques != nullptr};
+                       Exists(clique_path)};
   for (const NodeList& clique : cliques.cliques) {
     const auto size = static_cast<std::uint32_t>(clique.size());
     layout.largest_clique = std::max(layout.largest_clique.value_or(0), size);

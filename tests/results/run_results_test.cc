@@ -279,6 +279,7 @@ TEST(RunResults, IncompleteResultsAreRefusedUnlessAllowed) {
        },
        "k=4/communities"},
       {"out", [](const std::string& run) { fs::remove(run + "/cliques"); }, "cliques"},
+      {"out", [](const std::string& run) { Write_file(run + "/cliques", ""); }, "cliques (empty)"},
       {"made", [](const std::string& run) { fs::remove(run + "/k=3/overlap_distribution_appr"); },
        "k=3/overlap_distribution_appr"},
       {"made",
