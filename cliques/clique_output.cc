@@ -1,5 +1,6 @@
 #include "cliques/clique_output.h"
 
+#include "core/result_layout.h"
 #include "fsutil/result_file.h"
 #include "graph/output_tables.h"
 
@@ -19,10 +20,10 @@ void Kiir_cliques_VN(const std::string& dir, const CliqueList& cliques, NameMap&
                      const std::string& alap_szoveg) {
   const NameTable table(names);
   // An intensity run shares the plain clique file: its cliques are those of the undirected search.
-  const std::string kind = flag == "intensity" ? std::string() : flag;
-  Result_file file(dir, (kind.empty() ? std::string() : kind + "_") + "cliques");
+  const std::string kind = flag == layout::kIntensity ? std::string() : flag;
+  Result_file file(dir, layout::Clique_file(flag));
   file << "# The " << kind << (kind.empty() ? "" : " ") << "cliques" << alap_szoveg;
-  if (n_exact < cliques.size()) file << "# Negative indices indicate approximate cliques.\n";
+  if (n_exact < cliques.size()) file << layout::kApproximateCliquesNote << '\n';
   file << '\n';
   std::size_t i = 0;
   for (; i < n_exact && i < cliques.size(); ++i) {
@@ -30,7 +31,7 @@ void Kiir_cliques_VN(const std::string& dir, const CliqueList& cliques, NameMap&
     Write_members(file, cliques[i], table);
   }
   for (; i < cliques.size(); ++i) {
-    file << '-' << i << ": ";
+    file << layout::kApproximateMark << i << ": ";
     Write_members(file, cliques[i], table);
   }
   file.Close();

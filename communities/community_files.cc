@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <span>
 
+#include "core/result_layout.h"
 #include "fsutil/result_file.h"
 #include "text/conversions.h"
 
@@ -15,22 +16,13 @@ std::string Flag_word(const std::string& flag) {
   return flag.empty() ? flag : flag + " ";
 }
 
-// The flag string and an underscore in front of a file stem, or the stem alone.
-std::string Flag_file(const std::string& flag, const std::string& stem) {
-  return flag.empty() ? stem : flag + "_" + stem;
-}
-
 // Position p of a community: approximate communities keep their position behind a minus sign.
 void Put_position(Result_file& file, const std::size_t& p, const std::uint32_t& n_exact_coms) {
-  if (p >= n_exact_coms) file << '-';
+  if (layout::Is_approximate(p, n_exact_coms)) file << layout::kApproximateMark;
   file << p;
 }
 
 }  // namespace
-
-std::string K_dir(const std::string& dir, const std::uint32_t& k) {
-  return dir + "/k=" + int2string(k);
-}
 
 void Kiir_coms_VN(const CommunityList& communities, const std::string& dir, const std::uint32_t& k,
                   NameMap& names, const std::uint32_t& n_exact_coms, const std::string& flag,
@@ -41,11 +33,11 @@ void Kiir_coms_VN(const CommunityList& communities, const std::string& dir, cons
 void Kiir_coms_VN(const CommunityList& communities, const std::string& dir, const std::uint32_t& k,
                   const NameTable& names, const std::uint32_t& n_exact_coms,
                   const std::string& flag, const std::string& alap_szoveg) {
-  Result_file file(K_dir(dir, k), Flag_file(flag, "communities"));
+  Result_file file(layout::K_dir(dir, k), layout::Flag_file(flag, layout::kCommunities));
   file << "# The " << Flag_word(flag) << "communities at k=" << k << '\n';
   file << '#' << alap_szoveg;
   if (n_exact_coms < communities.size()) {
-    file << "# Negative indices indicate approximate communities.\n";
+    file << layout::kApproximateCommunitiesNote << '\n';
   }
   file << '\n';
   for (std::size_t p = 0; p < communities.size(); ++p) {
@@ -70,7 +62,7 @@ void Kiir_com_links_VN(const CommunityLinkLists& community_links, const std::str
                        const std::uint32_t& n_exact_coms, const std::string& flag,
                        const std::string& alap_szoveg) {
   const NameTable& names = tables.names;
-  Result_file file(K_dir(dir, k), Flag_file(flag, "communities_links"));
+  Result_file file(layout::K_dir(dir, k), layout::Flag_file(flag, layout::kCommunityLinks));
   file << "# The links inside the " << Flag_word(flag) << "communities at k=" << k << '\n';
   file << '#' << alap_szoveg << '\n';
   for (std::size_t p = 0; p < community_links.size(); ++p) {
@@ -102,7 +94,7 @@ void Kiir_coms_cliques_VN(const CommunityCliqueLists& community_cliques, const s
                           const std::uint32_t& k, const std::uint32_t& n_exact_coms,
                           const std::uint32_t& n_exact, const std::string& flag,
                           const std::string& alap_szoveg) {
-  Result_file file(K_dir(dir, k), Flag_file(flag, "communities_cliques"));
+  Result_file file(layout::K_dir(dir, k), layout::Flag_file(flag, layout::kCommunityCliques));
   file << "# The contained " << Flag_word(flag) << "cliques in the " << Flag_word(flag)
        << "communities at k=" << k << '\n';
   file << '#' << alap_szoveg << '\n';
@@ -111,7 +103,7 @@ void Kiir_coms_cliques_VN(const CommunityCliqueLists& community_cliques, const s
     Put_position(file, p, n_exact_coms);
     file << ": ";
     for (const std::uint32_t& clique : community_cliques[p]) {
-      if (approximate && clique >= n_exact) file << '-';
+      if (approximate && layout::Is_approximate(clique, n_exact)) file << layout::kApproximateMark;
       file << clique << ' ';
     }
     file << '\n';

@@ -8,14 +8,10 @@
 #include <cstdint>
 #include <string>
 
-#include "communities/percolation.h"
 #include "core/types.h"
 #include "graph/output_tables.h"
 
 namespace kcp {
-
-// The per-k directory of the results directory.
-std::string K_dir(const std::string& dir, const std::uint32_t& k);
 
 void Kiir_coms_VN(const CommunityList& communities, const std::string& dir, const std::uint32_t& k,
                   NameMap& names, const std::uint32_t& n_exact_coms, const std::string& flag,

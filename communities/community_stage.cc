@@ -13,6 +13,7 @@
 #include "communities/k_cliques_file.h"
 #include "communities/percolation.h"
 #include "communities/stats_files.h"
+#include "core/result_layout.h"
 #include "text/console.h"
 
 namespace kcp {
@@ -139,9 +140,12 @@ void Find_coms(const std::uint32_t& k, const CliqueList& cliques, const OverlapM
     Distribution size_a, degree_a, overlap_a, membership_a;
     Community_statistics(size_a, degree_a, overlap_a, membership_a, approximate, node_count);
     Print_line(" done.");
-    Kiir_stats_VN(membership, size, overlap, degree, dir, k, flag, "_merged", alap_szoveg);
-    Kiir_stats_VN(membership_e, size_e, overlap_e, degree_e, dir, k, flag, "_exact", alap_szoveg);
-    Kiir_stats_VN(membership_a, size_a, overlap_a, degree_a, dir, k, flag, "_appr", alap_szoveg);
+    Kiir_stats_VN(membership, size, overlap, degree, dir, k, flag,
+                  std::string(layout::kMergedSuffix), alap_szoveg);
+    Kiir_stats_VN(membership_e, size_e, overlap_e, degree_e, dir, k, flag,
+                  std::string(layout::kExactSuffix), alap_szoveg);
+    Kiir_stats_VN(membership_a, size_a, overlap_a, degree_a, dir, k, flag,
+                  std::string(layout::kApproximateSuffix), alap_szoveg);
   } else {
     Print_line(" done.");
     Kiir_stats_VN(membership, size, overlap, degree, dir, k, flag, "", alap_szoveg);

@@ -15,10 +15,6 @@
 
 namespace kcp {
 
-// Ordered lexicographically; the community stage numbers the k-cliques in this order.
-using KCliqueSet = std::set<NodeList>;
-using NumberedKCliques = std::map<std::uint32_t, NodeList>;
-
 // The natural logarithms of the weights of all node pairs of one clique, addressed by the
 // positions of the two nodes in the clique (symmetric, diagonal unused).
 struct SubLinkTable {

@@ -1,5 +1,6 @@
 #include "communities/k_cliques_file.h"
 
+#include "core/result_layout.h"
 #include "fsutil/result_file.h"
 #include "text/conversions.h"
 
@@ -7,7 +8,7 @@ namespace kcp {
 
 void Kiir_k_cliques_VN(const std::string& dir, const KCliqueSet& k_cliques, const std::uint32_t& k,
                        NameMap& names, const std::string& alap_szoveg) {
-  Result_file file(dir + "/k=" + int2string(k), "k-cliques");
+  Result_file file(layout::K_dir(dir, k), std::string(layout::kKCliques));
   std::ostream& out = file.out();
   out << "# The k-cliques at k=" << int2string(k) << alap_szoveg << "\n";
   std::uint32_t number = 0;

@@ -14,11 +14,6 @@
 
 namespace kcp {
 
-// One community's clique list per community, parallel to the CommunityList.
-using CommunityCliqueLists = std::vector<CliqueIndexList>;
-// One community's link list per community, parallel to the CommunityList.
-using CommunityLinkLists = std::vector<LinkList>;
-
 void Coms_from_appr_ovlp_matr(CommunityList& communities, CommunityLinkLists& community_links,
                               CommunityCliqueLists& community_cliques, const CliqueList& cliques,
                               const OverlapMatrix& overlaps, const std::uint32_t& k,

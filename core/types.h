@@ -57,6 +57,13 @@ using CommunityList = std::vector<Community>;
 using Link = std::pair<NodeIndex, NodeIndex>;
 using LinkList = std::vector<Link>;
 using CliqueIndexList = std::vector<std::uint32_t>;
+// One clique list and one link list per community, parallel to the CommunityList.
+using CommunityCliqueLists = std::vector<CliqueIndexList>;
+using CommunityLinkLists = std::vector<LinkList>;
+// The k-cliques of an intensity run, ordered lexicographically; the community stage numbers them
+// in this order.
+using KCliqueSet = std::set<NodeList>;
+using NumberedKCliques = std::map<std::uint32_t, NodeList>;
 // (community i, community j), i < j -> number of shared nodes.
 using CommunityGraph = std::map<std::pair<std::uint32_t, std::uint32_t>, std::uint32_t>;
 // value -> how often it occurs.

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <limits>
 
+#include "core/result_layout.h"
 #include "export/svg_canvas.h"
 #include "export/svg_panel.h"
 
@@ -52,7 +53,7 @@ std::string Grouped(std::size_t n) {
 // The distribution of all communities: the plain file, or the merged one of a run with
 // approximate communities.
 const DistributionTable* Table_of(const KResults& at_k, const std::string& stem) {
-  for (const std::string& name : {stem, stem + "_merged"}) {
+  for (const std::string& name : {stem, stem + std::string(layout::kMergedSuffix)}) {
     const auto found = at_k.distributions.find(name);
     if (found != at_k.distributions.end()) return &found->second;
   }

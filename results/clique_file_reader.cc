@@ -1,17 +1,12 @@
 #include "results/clique_file_reader.h"
 
+#include "core/result_layout.h"
 #include "results/header_text.h"
 #include "results/line_tokeniser.h"
 #include "results/record_names.h"
 #include "results/record_numbers.h"
 
 namespace kcp {
-
-namespace {
-
-const std::string_view kNegativeLine = "# Negative indices indicate approximate cliques.\n";
-
-}  // namespace
 
 CliqueFile Read_clique_file(const std::string& path, Node_numbering& numbering) {
   Line_tokeniser t(path);
@@ -26,7 +21,8 @@ CliqueFile Read_clique_file(const std::string& path, Node_numbering& numbering) 
     t.Fail_at(1, "expected " + expected);
   }
   bool negative_line = false;
-  file.alap_szoveg = Take_alap_szoveg(t, rest, 1, kNegativeLine, negative_line);
+  file.alap_szoveg = Take_alap_szoveg(
+      t, rest, 1, std::string(layout::kApproximateCliquesNote) + "\n", negative_line);
 
   Position_sequence positions("clique", true);
   while (t.Next_record()) {
@@ -43,8 +39,8 @@ CliqueFile Read_clique_file(const std::string& path, Node_numbering& numbering) 
   if (negative_line != (file.n_exact < positions.Count())) {
     t.Fail_at(t.Header_lines().size() - 1,
               negative_line ? "the header announces approximate cliques, but none follows"
-                            : "approximate cliques follow, but the header lacks the line \"# "
-                              "Negative indices indicate approximate cliques.\"");
+                            : "approximate cliques follow, but the header lacks the line \"" +
+                                  std::string(layout::kApproximateCliquesNote) + "\"");
   }
   return file;
 }

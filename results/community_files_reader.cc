@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "core/result_layout.h"
 #include "results/header_text.h"
 #include "results/line_tokeniser.h"
 #include "results/record_names.h"
@@ -9,18 +10,13 @@
 
 namespace kcp {
 
-namespace {
-
-const std::string_view kNegativeLine = "# Negative indices indicate approximate communities.\n";
-
-}  // namespace
-
 CommunitiesFile Read_communities_file(const std::string& path, Node_numbering& numbering) {
   Line_tokeniser t(path);
   CommunitiesFile file;
   Parse_k_title(t, "# The ", "communities at ", file.flag, file.k);
   bool negative_line = false;
-  file.alap_szoveg = Take_k_file_alap_szoveg(t, kNegativeLine, negative_line);
+  file.alap_szoveg = Take_k_file_alap_szoveg(
+      t, std::string(layout::kApproximateCommunitiesNote) + "\n", negative_line);
 
   Position_sequence positions("community", true);
   while (t.Next_record()) {
@@ -37,8 +33,8 @@ CommunitiesFile Read_communities_file(const std::string& path, Node_numbering& n
   if (negative_line != (file.n_exact_coms < positions.Count())) {
     t.Fail_at(t.Header_lines().size() - 1,
               negative_line ? "the header announces approximate communities, but none follows"
-                            : "approximate communities follow, but the header lacks the line \"# "
-                              "Negative indices indicate approximate communities.\"");
+                            : "approximate communities follow, but the header lacks the line \"" +
+                                  std::string(layout::kApproximateCommunitiesNote) + "\"");
   }
   return file;
 }

@@ -9,7 +9,6 @@
 #include <cstdint>
 #include <string>
 
-#include "communities/percolation.h"
 #include "core/types.h"
 #include "results/node_numbering.h"
 

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "core/result_layout.h"
 #include "results/record_numbers.h"
 
 namespace kcp {
@@ -26,19 +27,16 @@ void Note(std::vector<std::string>& missing, const std::string& item, const File
   if (state == FileState::kEmpty) missing.push_back(item + " (empty)");
 }
 
-constexpr std::array<const char*, 4> kStems{"membership_distribution", "size_distribution",
-                                            "overlap_distribution", "degree_distribution"};
-
 // The distributions are complete as the plain four or as the twelve of a k with approximate
 // communities; when neither set is, the one the directory started on is reported.
-void Check_distributions(const fs::path& k_dir, const std::string& label, const std::string& prefix,
-                         std::vector<std::string>& missing) {
+void Check_distributions(const fs::path& k_dir, const std::string& label,
+                         const std::string& flavour, std::vector<std::string>& missing) {
   std::vector<std::string> plain;
   std::vector<std::string> split;
-  for (const char* stem : kStems) {
-    plain.push_back(prefix + stem);
-    for (const char* suffix : {"_merged", "_exact", "_appr"}) {
-      split.push_back(prefix + stem + suffix);
+  for (const layout::Distribution_kind& kind : layout::kDistributions) {
+    for (const std::string_view suffix : layout::kDistributionSuffixes) {
+      (suffix.empty() ? plain : split)
+          .push_back(layout::Flag_file(flavour, std::string(kind.stem) + std::string(suffix)));
     }
   }
   const auto gaps = [&](const std::vector<std::string>& names) {
@@ -73,34 +71,34 @@ std::vector<std::uint32_t> Extracted_ks(const std::string& alap_szoveg,
 }
 
 std::vector<std::string> K_dir_files(const std::string& flavour) {
-  const std::string prefix = flavour.empty() ? "" : flavour + "_";
-  return {prefix + "communities",
-          flavour == "intensity" ? "k-cliques" : prefix + "communities_cliques",
-          prefix + "communities_links", "graph_of_" + prefix + "communities"};
+  return {layout::Flag_file(flavour, layout::kCommunities),
+          flavour == layout::kIntensity ? std::string(layout::kKCliques)
+                                        : layout::Flag_file(flavour, layout::kCommunityCliques),
+          layout::Flag_file(flavour, layout::kCommunityLinks),
+          layout::Community_graph_file(flavour)};
 }
 
-std::vector<std::string> Missing_results(const ResultsLayout& layout,
+std::vector<std::string> Missing_results(const ResultsLayout& found,
                                          const std::optional<std::uint32_t>& only_k) {
   std::vector<std::string> missing;
-  const std::string clique_file = layout.flavour == "directed" ? "directed_cliques" : "cliques";
+  const std::string clique_file = layout::Clique_file(found.flavour);
   Note(missing, clique_file,
-       layout.clique_file_present ? State_of(fs::path(layout.dir) / clique_file)
-                                  : FileState::kMissing);
-  std::vector<std::uint32_t> ks = Extracted_ks(layout.alap_szoveg, layout.largest_clique);
+       found.clique_file_present ? State_of(fs::path(found.dir) / clique_file)
+                                 : FileState::kMissing);
+  std::vector<std::uint32_t> ks = Extracted_ks(found.alap_szoveg, found.largest_clique);
   if (only_k) ks = {*only_k};
-  const std::string prefix = layout.flavour.empty() ? "" : layout.flavour + "_";
   for (const std::uint32_t k : ks) {
-    const std::string label = "k=" + std::to_string(k);
-    const fs::path k_dir = fs::path(layout.dir) / label;
+    const std::string label = layout::K_dir_name(k);
+    const fs::path k_dir = fs::path(found.dir) / label;
     std::error_code error;
     if (!fs::is_directory(k_dir, error)) {
       missing.push_back(label + " (no directory)");
       continue;
     }
-    for (const std::string& name : K_dir_files(layout.flavour)) {
+    for (const std::string& name : K_dir_files(found.flavour)) {
       Note(missing, label + "/" + name, State_of(k_dir / name));
     }
-    Check_distributions(k_dir, label, prefix, missing);
+    Check_distributions(k_dir, label, found.flavour, missing);
   }
   return missing;
 }

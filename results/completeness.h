@@ -27,7 +27,7 @@ struct ResultsLayout {
 
 // Items as "cliques", "k=5/communities_links (empty)" or "k=4 (no directory)". With only_k set,
 // only that k's directory is examined besides the clique file.
-std::vector<std::string> Missing_results(const ResultsLayout& layout,
+std::vector<std::string> Missing_results(const ResultsLayout& found,
                                          const std::optional<std::uint32_t>& only_k);
 
 // The k values the run extracted, descending: the fixed k of its description, else every k

@@ -8,7 +8,7 @@
 #include <cstdint>
 #include <string>
 
-#include "communities/k_clique_intensity.h"
+#include "core/types.h"
 #include "results/node_numbering.h"
 
 namespace kcp {

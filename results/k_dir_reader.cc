@@ -6,6 +6,7 @@
 #include <system_error>
 #include <vector>
 
+#include "core/result_layout.h"
 #include "results/community_files_reader.h"
 #include "results/k_cliques_file_reader.h"
 #include "results/line_tokeniser.h"
@@ -14,10 +15,6 @@
 namespace kcp {
 
 namespace {
-
-const std::array<const char*, 4> kStems{"membership_distribution", "size_distribution",
-                                        "overlap_distribution", "degree_distribution"};
-const std::array<const char*, 4> kSuffixes{"", "_merged", "_exact", "_appr"};
 
 bool Exists(const std::string& path) {
   std::error_code error;
@@ -158,12 +155,12 @@ void Read_community_graph(const std::string& path, const std::uint32_t& k, const
   }
 }
 
-void Read_distributions(const std::string& k_dir, const std::string& prefix, const std::uint32_t& k,
-                        const RunContext& run, KResults& result) {
-  for (const char* suffix : kSuffixes) {
-    for (const char* stem : kStems) {
-      const std::string key = std::string(stem) + suffix;
-      const std::string path = k_dir + "/" + prefix + key;
+void Read_distributions(const std::string& k_dir, const std::uint32_t& k, const RunContext& run,
+                        KResults& result) {
+  for (const std::string_view suffix : layout::kDistributionSuffixes) {
+    for (const layout::Distribution_kind& kind : layout::kDistributions) {
+      const std::string key = std::string(kind.stem) + std::string(suffix);
+      const std::string path = k_dir + "/" + layout::Flag_file(run.flavour, key);
       if (!Present(path, run)) continue;
       DistributionFile file = Read_distribution_file(path);
       Check_frame(path, &file.flag, file.k, file.alap_szoveg, 2, k, run);
@@ -181,12 +178,13 @@ void Read_distributions(const std::string& k_dir, const std::string& prefix, con
 
 KResults Read_k_dir(const std::string& k_dir, const std::uint32_t& k, const RunContext& run) {
   const std::vector<std::string>& names = run.numbering->Names();
-  const std::string prefix = run.flavour.empty() ? std::string() : run.flavour + "_";
   KResults result;
   result.k = k;
 
-  const std::string communities_path = k_dir + "/" + prefix + "communities";
-  const std::string links_path = k_dir + "/" + prefix + "communities_links";
+  const std::string communities_path =
+      k_dir + "/" + layout::Flag_file(run.flavour, layout::kCommunities);
+  const std::string links_path =
+      k_dir + "/" + layout::Flag_file(run.flavour, layout::kCommunityLinks);
   for (const std::string& path : {communities_path, links_path}) {
     if (!Exists(path)) Fail_in_file(path, 0, "the file is missing");
   }
@@ -203,8 +201,8 @@ KResults Read_k_dir(const std::string& k_dir, const std::uint32_t& k, const RunC
   }
   Read_links(links_path, k, run, communities, result);
 
-  if (run.flavour == "intensity") {
-    const std::string path = k_dir + "/k-cliques";
+  if (run.flavour == layout::kIntensity) {
+    const std::string path = k_dir + "/" + std::string(layout::kKCliques);
     if (Present(path, run)) {
       const KCliquesFile file = Read_k_cliques_file(path, *run.numbering);
       Check_frame(path, nullptr, file.k, file.alap_szoveg, 1, k, run);
@@ -214,13 +212,14 @@ KResults Read_k_dir(const std::string& k_dir, const std::uint32_t& k, const RunC
       }
     }
   } else {
-    const std::string path = k_dir + "/" + prefix + "communities_cliques";
+    const std::string path =
+        k_dir + "/" + layout::Flag_file(run.flavour, layout::kCommunityCliques);
     if (Present(path, run)) Read_community_cliques(path, k, run, communities, result);
   }
 
-  const std::string graph_path = k_dir + "/graph_of_" + prefix + "communities";
+  const std::string graph_path = k_dir + "/" + layout::Community_graph_file(run.flavour);
   if (Present(graph_path, run)) Read_community_graph(graph_path, k, run, communities, result);
-  Read_distributions(k_dir, prefix, k, run, result);
+  Read_distributions(k_dir, k, run, result);
   return result;
 }
 

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "core/result_layout.h"
 #include "core/xerror_msg.h"
 #include "results/clique_file_reader.h"
 #include "results/completeness.h"
@@ -101,12 +102,13 @@ RunResults Read_results_dir(const std::string& dir, const std::optional<std::uin
   run.alap_szoveg = results.alap_szoveg;
   run.numbering = &numbering;
   CliqueFile cliques;
-  const std::string clique_path = dir + (graph.directed ? "/directed_cliques" : "/cliques");
+  const std::string clique_path =
+      dir + "/" + layout::Clique_file(graph.directed ? layout::kDirected : std::string_view());
   std::error_code size_error;
   const bool cut_to_nothing = Exists(clique_path) && fs::file_size(clique_path, size_error) == 0;
   if (Exists(clique_path) && !cut_to_nothing) {
     cliques = Read_clique_file(clique_path, numbering);
-    if (cliques.flag != (graph.directed ? "directed" : "")) {
+    if (cliques.flag != (graph.directed ? layout::kDirected : std::string_view())) {
       Fail_in_file(clique_path, 1, "the header does not match the file name");
     }
     if (cliques.alap_szoveg != results.alap_szoveg) {
@@ -137,13 +139,12 @@ RunResults Read_results_dir(const std::string& dir, const std::optional<std::uin
   } else {
     ks = List_k_dirs(dir);
   }
-  ResultsLayout layout{dir, results.flavour, results.alap_szoveg, std::nullopt,
-                       Exists(clique_path)};
+  ResultsLayout found{dir, results.flavour, results.alap_szoveg, std::nullopt, Exists(clique_path)};
   for (const NodeList& clique : cliques.cliques) {
     const auto size = static_cast<std::uint32_t>(clique.size());
-    layout.largest_clique = std::max(layout.largest_clique.value_or(0), size);
+    found.largest_clique = std::max(found.largest_clique.value_or(0), size);
   }
-  std::vector<std::string> missing = Missing_results(layout, only_k);
+  std::vector<std::string> missing = Missing_results(found, only_k);
   if (!missing.empty() && !allow_incomplete) {
     throw Xincomplete_results("ERROR: " + dir +
                               ": the results are incomplete, as an interrupted run leaves them: "
@@ -152,16 +153,18 @@ RunResults Read_results_dir(const std::string& dir, const std::optional<std::uin
   }
 
   run.empty_is_absent = allow_incomplete;
-  const std::string prefix = results.flavour.empty() ? "" : results.flavour + "_";
   for (const std::uint32_t k : ks) {
-    const std::string label = "k=" + std::to_string(k);
+    const std::string label = layout::K_dir_name(k);
     // Without its communities and their links a directory holds nothing to export.
     const auto lacks = [&](const std::string& name) {
       return std::find_if(missing.begin(), missing.end(), [&](const std::string& item) {
                return item == label + "/" + name || item == label + "/" + name + " (empty)";
              }) != missing.end();
     };
-    if (lacks(prefix + "communities") || lacks(prefix + "communities_links")) continue;
+    if (lacks(layout::Flag_file(results.flavour, layout::kCommunities)) ||
+        lacks(layout::Flag_file(results.flavour, layout::kCommunityLinks))) {
+      continue;
+    }
     results.per_k.push_back(Read_k_dir(dir + "/" + label, k, run));
   }
   results.missing = std::move(missing);

@@ -3,6 +3,7 @@
 #include <array>
 #include <utility>
 
+#include "core/result_layout.h"
 #include "results/header_text.h"
 #include "results/line_tokeniser.h"
 #include "results/record_numbers.h"
@@ -11,26 +12,14 @@ namespace kcp {
 
 namespace {
 
-struct Stat_kind {
-  std::string_view stem;
-  std::string_view prefix;
-};
-
-const std::array<Stat_kind, 4> kStatKinds{{
-    {"membership_distribution", "# The node membership distr. in the "},
-    {"size_distribution", "# The size distr. of the "},
-    {"overlap_distribution", "# The overlap size distr. of the "},
-    {"degree_distribution", "# The com. degree distr. of the "},
-}};
-
 // "<prefix><suffix>[.][flag ] communities at k=<k>"; the "." follows only the bare suffix "appr".
 void Parse_distribution_title(const Line_tokeniser& t, DistributionFile& file) {
   const std::string expected =
       "\"# The <distribution> of the <suffix>[flag ] communities at k=<k>\" as the first line";
   std::string_view line = First_header_line(t, expected);
-  const Stat_kind* kind = nullptr;
-  for (const Stat_kind& candidate : kStatKinds) {
-    if (Take_prefix(line, candidate.prefix)) {
+  const layout::Distribution_kind* kind = nullptr;
+  for (const layout::Distribution_kind& candidate : layout::kDistributions) {
+    if (Take_prefix(line, candidate.title)) {
       kind = &candidate;
       break;
     }

@@ -1,22 +1,27 @@
 #!/usr/bin/env bash
-# Mutation check of the test suite: applies one small fault at a time to the sources, rebuilds,
-# runs ctest and records whether the suite noticed (any failing test counts as caught). Every
-# mutated file is restored byte for byte afterwards, also on error or interrupt.
+# Mutation check of the test suite: applies one small fault at a time to a private copy of the
+# sources, rebuilds, runs ctest and records whether the suite noticed (any failing test counts
+# as caught). The checkout itself is never touched, so editing and building in it can go on
+# while the check runs.
 #
-# Usage: scripts/mutation.sh [BUILD_DIR] [FILTER]
-#   BUILD_DIR  a configured build of this source tree (default: build)
+# Usage: scripts/mutation.sh [FILTER]
 #   FILTER     run only the mutations whose name matches this extended regex
 # MUTATION_CHECK_ONLY=1 in the environment only checks that every mutation applies.
+# MUTATION_JOBS=N builds and tests with N jobs (default 1, at nice 19).
 set -euo pipefail
 
-root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
-build=${1:-build}
-filter=${2:-}
-[[ $build = /* ]] || build=$PWD/$build
-if [[ ! -f $build/CMakeCache.txt ]]; then
-  echo "mutation.sh: $build is not a configured build directory" >&2
-  exit 2
-fi
+checkout=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+filter=${1:-}
+jobs=${MUTATION_JOBS:-1}
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
+trap 'exit 130' INT TERM HUP
+
+# The files git tracks or would track, as they are in the working tree.
+root=$scratch/src
+build=$scratch/build
+mkdir -p "$root"
+(cd "$checkout" && git ls-files -co --exclude-standard -z | xargs -0 cp --parents -t "$root")
 
 # name | file | text to replace (its first occurrence) | replacement
 mutations=(
@@ -42,10 +47,30 @@ mutations=(
   'subset-size|cliques/approximation.cc|return small.size() <= big.size() \&\&|return small.size() < big.size() \&\&'
   'negative-note|cliques/clique_output.cc|if (n_exact < cliques.size()) file|if (n_exact <= cliques.size()) file'
   'percent|cliques/search_report.cc|part * 100.0L|part * 10.0L'
+  'node-done|cliques/node_cliques.cc|if (working.count(index) == 0) search.processed|if (working.count(index) != 0) search.processed'
+  'triangle-min|cliques/node_cliques.cc|if (X.None() \&\& R.size() >= 2) {|if (X.None() \&\& R.size() >= 3) {'
+  'known-order|cliques/clique_find.cc|if (n > v \&\& (clique.empty() \|\| clique.back() < v)) clique|if (n < v \&\& (clique.empty() \|\| clique.back() < v)) clique'
+  'common-neighs|cliques/clique_find.cc|if (Contains(neighs, n)) result.push_back(n);|if (!Contains(neighs, n)) result.push_back(n);'
+  'known-subset|cliques/clique_find.cc|if (Is_subset(S, set)) return false;|if (Is_subset(S, set)) return true;'
+  'superset-self|cliques/approximation.cc|if (position != skip \&\& Is_subset(|if (Is_subset('
+  'approx-kept|cliques/approximation.cc|if (!exact_index.Has_superset(a)) kept|if (exact_index.Has_superset(a)) kept'
+  'approx-covered|cliques/approximation.cc|if (!covered \|\| !approximate_index.Has_superset(e))|if (!covered \&\& !approximate_index.Has_superset(e))'
+  'clique-minus|cliques/clique_output.cc|for (; i < n_exact \&\& i < cliques.size(); ++i) {|for (; i + 1 < n_exact \&\& i < cliques.size(); ++i) {'
+  'dir-linked-all|cliques/dir_direct_search.cc|if ((set[w] \& ~linked) != 0) return false;|if ((set[w] \& linked) == 0) return false;'
+  'walk-ready|cliques/dir_walk_path.cc|if (--waiting[j] == 0) ready.push_back(j);|if (--waiting[j] == 1) ready.push_back(j);'
+  'seed-qualifies|communities/percolation.cc|if (!qualifies) return;|if (qualifies) return;'
+  'assembly-seen|communities/community_assembly.cc|if (seen_[b] != stamp_) {|if (seen_[b] == stamp_) {'
+  'intensity-walk-end|communities/intensity_percolation.cc|if (b.front() > second_smallest) break;|if (b.front() >= second_smallest) break;'
+  'intensity-rules|communities/intensity_percolation.cc|if (label != smallest) trans_rules[label] = smallest;|if (label != smallest) trans_rules[smallest] = label;'
+  'k-clique-size|communities/k_clique_intensity.cc|if (clique.size() < k) continue;|if (clique.size() <= k) continue;'
+  'merged-files|communities/community_stage.cc|if (communities.size() > n_exact_coms) {|if (communities.size() >= n_exact_coms) {'
+  'community-note|communities/community_files.cc|if (n_exact_coms < communities.size()) {|if (n_exact_coms <= communities.size()) {'
+  'clique-ref-minus|communities/community_files.cc|layout::Is_approximate(clique, n_exact)|layout::Is_approximate(clique, n_exact + 1)'
+  'links-range|communities/community_files.cc|while (at <= targets.size() \&\& targets[at - 1] < link.second) ++at;|while (at < targets.size() \&\& targets[at - 1] < link.second) ++at;'
   'percolation-size|communities/percolation.cc|if (labels[i] < 0 \&\& size >= k) {|if (labels[i] < 0 \&\& size > k) {'
   'percolation-approx|communities/percolation.cc|if (m >= n_exact) approximate = true;|if (m > n_exact) approximate = true;'
-  'community-minus|communities/community_files.cc|if (p >= n_exact_coms) file << '"'"'-'"'"';|if (p > n_exact_coms) file << '"'"'-'"'"';'
-  'stats-minus|communities/stats_files.cc|if (p >= n_exact_coms) file << '"'"'-'"'"';|if (p > n_exact_coms) file << '"'"'-'"'"';'
+  'community-minus|communities/community_files.cc|if (layout::Is_approximate(p, n_exact_coms))|if (layout::Is_approximate(p, n_exact_coms + 1))'
+  'stats-minus|communities/stats_files.cc|if (layout::Is_approximate(p, n_exact_coms))|if (layout::Is_approximate(p, n_exact_coms + 1))'
   'overlap-stat|communities/community_statistics.cc|if (j > row) ++overlap[count];|if (j >= row) ++overlap[count];'
   'intensity-shared|communities/intensity_percolation.cc|if (shared.size() + 1 == k \&\& |if (shared.size() == k \&\& '
   'intensity-min|communities/k_clique_intensity.cc|if (log_w < min_log_w) min_log_w = log_w;|if (log_w > min_log_w) min_log_w = log_w;'
@@ -70,9 +95,6 @@ restore_all() {
   saved=()
   return 0
 }
-scratch=$(mktemp -d)
-trap 'restore_all; rm -rf "$scratch"' EXIT
-trap 'exit 130' INT TERM HUP
 
 # Replaces the first occurrence of a literal text; fails when the text is not in the file.
 replace_literal() {
@@ -95,14 +117,19 @@ unescape() {
 }
 
 build_and_test() {
-  nice cmake --build "$build" -j1 >"$scratch/build.log" 2>&1 || return 2
-  nice ctest --test-dir "$build" -j1 --timeout 300 --stop-on-failure >"$scratch/ctest.log" 2>&1 \
-    || return 1
+  nice -n 19 cmake --build "$build" -j"$jobs" >"$scratch/build.log" 2>&1 || return 2
+  nice -n 19 ctest --test-dir "$build" -j"$jobs" --timeout 300 --stop-on-failure \
+    >"$scratch/ctest.log" 2>&1 || return 1
   return 0
 }
 
 # MUTATION_CHECK_ONLY=1 only checks that every mutation applies (nothing is built).
 check_only=${MUTATION_CHECK_ONLY:-0}
+if ((check_only == 0)); then
+  echo "Configuring a Release build of the copy..."
+  nice -n 19 cmake -S "$root" -B "$build" -DCMAKE_BUILD_TYPE=Release >"$scratch/configure.log" 2>&1 \
+    || { cat "$scratch/configure.log" >&2; exit 2; }
+fi
 echo "Checking that the unmutated suite passes..."
 if ((check_only == 0)) && ! build_and_test; then
   echo "mutation.sh: the suite fails (or does not build) without any mutation:" >&2
@@ -159,9 +186,6 @@ for entry in "${mutations[@]}"; do
   results+=("$(printf '%-20s %-40s %5ss  %s' "$name" "$file" $((SECONDS - started)) "$verdict")")
   echo "${results[-1]}"
 done
-
-# Leave the build matching the restored sources.
-((check_only != 0)) || nice cmake --build "$build" -j1 >"$scratch/build.log" 2>&1 || true
 
 echo
 printf '%-20s %-40s %6s  %s\n' mutation file time verdict

@@ -1,0 +1,76 @@
+// The layout of a results directory, owned by the writers and read back by results/: the file
+// names, the per-k directory, the fixed header lines, the "-" that marks an approximate item and
+// the statistics files' stems and suffixes. A name changed here changes both sides; nothing here
+// depends on how the results were computed.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace kcp::layout {
+
+// The flag words of a run's files: "" (plain), "directed" or "intensity".
+inline constexpr std::string_view kDirected = "directed";
+inline constexpr std::string_view kIntensity = "intensity";
+
+// "<flag>_<stem>", or the bare stem for the plain run.
+inline std::string Flag_file(std::string_view flag, std::string_view stem) {
+  return flag.empty() ? std::string(stem) : std::string(flag) + "_" + std::string(stem);
+}
+
+// The clique file: "cliques", or "directed_cliques"; an intensity run shares the plain one.
+inline std::string Clique_file(std::string_view flag) {
+  return Flag_file(flag == kIntensity ? std::string_view() : flag, "cliques");
+}
+
+// The directory of one k inside the results directory.
+inline std::string K_dir_name(const std::uint32_t& k) {
+  return "k=" + std::to_string(k);
+}
+inline std::string K_dir(const std::string& dir, const std::uint32_t& k) {
+  return dir + "/" + K_dir_name(k);
+}
+
+// The files of one k, flag in front as Flag_file puts it.
+inline constexpr std::string_view kCommunities = "communities";
+inline constexpr std::string_view kCommunityLinks = "communities_links";
+inline constexpr std::string_view kCommunityCliques = "communities_cliques";
+inline constexpr std::string_view kKCliques = "k-cliques";
+inline std::string Community_graph_file(std::string_view flag) {
+  return "graph_of_" + Flag_file(flag, kCommunities);
+}
+
+// The line a clique or community file carries under its description when it holds approximate
+// items, whose positions are then written behind kApproximateMark.
+inline constexpr std::string_view kApproximateCliquesNote =
+    "# Negative indices indicate approximate cliques.";
+inline constexpr std::string_view kApproximateCommunitiesNote =
+    "# Negative indices indicate approximate communities.";
+inline constexpr char kApproximateMark = '-';
+// Items are numbered by position; the exact ones come first.
+inline bool Is_approximate(const std::uint64_t& position, const std::uint64_t& n_exact) {
+  return position >= n_exact;
+}
+
+// The four distributions of one k: file stem and the opening words of its first line.
+struct Distribution_kind {
+  std::string_view stem;
+  std::string_view title;
+};
+inline constexpr std::array<Distribution_kind, 4> kDistributions{{
+    {"membership_distribution", "# The node membership distr. in the "},
+    {"size_distribution", "# The size distr. of the "},
+    {"overlap_distribution", "# The overlap size distr. of the "},
+    {"degree_distribution", "# The com. degree distr. of the "},
+}};
+// The distributions of all communities carry no suffix when every one is exact; otherwise the
+// files are written three times: all communities, the exact ones and the approximate ones.
+inline constexpr std::string_view kMergedSuffix = "_merged";
+inline constexpr std::string_view kExactSuffix = "_exact";
+inline constexpr std::string_view kApproximateSuffix = "_appr";
+inline constexpr std::array<std::string_view, 4> kDistributionSuffixes{
+    "", kMergedSuffix, kExactSuffix, kApproximateSuffix};
+
+}  // namespace kcp::layout
