@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <sstream>
 
+#include "cliques/exact_loop.h"
 #include "cliques/node_cliques.h"
 #include "cliques/search_report.h"
 #include "text/console.h"
@@ -242,21 +243,13 @@ void Clique_find_main_inv(const NodeIndex& v, VtxMap& working, VtxMap& vertices,
        Node_cliques_in_order(v, working, vertices, cliques, node_cliques)) {
     Iktatjuk_az_uj_math_cliquet(cliques, clique, vertices, overlaps, node_cliques, false);
   }
-  Vtx& own = working.find(v)->second;
-  const NodeList N(own.Neighs_c().begin(), own.Neighs_c().end());
-  for (const NodeIndex n : N) {
-    own.Remove_neigh(n);
-    working.find(n)->second.Remove_neigh(v);
-  }
+  Unlink_node(working, v);
 }
 
 }  // namespace Clique_find_sub_routines
 
 void Clique_find(CliqueList& cliques, OverlapMatrix& overlaps, VtxMap& vertices) {
   using namespace Clique_find_sub_routines;
-  using namespace Clique_find_report_sub_routines;
-  cliques.clear();
-  overlaps.rows.clear();
 
   Print_line(" Sorting the nodes...");
   NodeOrder order;
@@ -268,21 +261,12 @@ void Clique_find(CliqueList& cliques, OverlapMatrix& overlaps, VtxMap& vertices)
   const Adjacency graph(vertices);
   NodeSearch search(graph);
   NodeCliqueMap node_cliques;
-  const auto total = static_cast<std::uint32_t>(vertices.size());
-  std::uint32_t remaining = total;
-  for (const NodeIndex v : order) {
-    std::ostringstream block;
-    Report_progress(" Locating cliques:", "nodes", remaining, total, block);
-    Print_text(block.str());
+  Exact_loop(order, " Locating cliques:", "cliques", cliques, overlaps, [&](const NodeIndex& v) {
     for (const NodeList& clique : Node_cliques_in_order(v, search, cliques, node_cliques)) {
       Iktatjuk_az_uj_math_cliquet(cliques, clique, vertices, overlaps, node_cliques, false);
     }
     search.processed[v] = 1;
-    --remaining;
-  }
-  std::ostringstream closing;
-  Report_clique_search_end("cliques", cliques.size(), closing);
-  Print_text(closing.str());
+  });
 }
 
 }  // namespace kcp

@@ -9,6 +9,7 @@
 
 #include "cliques/dir_arrays.h"
 #include "cliques/dir_walk_path.h"
+#include "cliques/exact_loop.h"
 #include "cliques/search_report.h"
 #include "core/xerror_msg.h"
 #include "text/console.h"
@@ -229,14 +230,11 @@ void Extend(GapList& gaps, const Bounds& bounds, Dir_search& search) {
   stack.back().root = true;
   stack.back().known_checked = search.known.size();
   stack.back().bounds = bounds;
-  while (!stack.empty() && !search.Stopped()) {
+  while (!search.Stopped()) {
+    GapList* const open = Open_frame(stack, gaps);
+    if (open == nullptr) break;
     Frame& top = stack.back();
-    GapList& list = top.root ? gaps : top.owned;
-    while (top.gap < list.size() && list[top.gap].candidates.empty()) ++top.gap;
-    if (top.gap == list.size()) {
-      stack.pop_back();
-      continue;
-    }
+    GapList& list = *open;
     // Every later call from this frame starts from a subset of what the list can still reach;
     // once a known clique holds all of it they would all return at once, so the frame ends here.
     if (search.known.size() != top.known_checked) {
@@ -395,8 +393,7 @@ void Investigate_node(const NodeIndex& v, VtxdMap& working, VtxdMap& vertices,
                       const std::vector<char>& processed, CliqueList& cliques,
                       OverlapMatrix& overlaps, NodeCliqueMap& node_cliques,
                       const std::size_t& plain_steps) {
-  const NodeSet& neighs = Working_record(working, v).Neighs_c();
-  const NodeList N(neighs.begin(), neighs.end());
+  Working_record(working, v);
   KnownCliques known = Clique_find_sub_routines::Known_cliques_of(v, cliques, node_cliques);
   FoundCliques found;
   Dir_search plain{working, vertices, work, full, processed, known, found, plain_steps};
@@ -423,11 +420,7 @@ void Investigate_node(const NodeIndex& v, VtxdMap& working, VtxdMap& vertices,
                                                           node_cliques, false);
   }
 
-  Vtxd& unlinked = working.find(v)->second;
-  for (const NodeIndex n : N) {
-    unlinked.Remove_neigh(n);
-    working.find(n)->second.Remove_neigh(v);
-  }
+  Unlink_node(working, v);
 }
 
 }  // namespace
@@ -445,9 +438,6 @@ void Main_inc_dir_investigator(const NodeIndex& v, VtxdMap& working, VtxdMap& ve
 
 void Clique_find_dir(CliqueList& cliques, OverlapMatrix& overlaps, VtxdMap& vertices) {
   using namespace Clique_find_dir_sub_routines;
-  using namespace Clique_find_report_sub_routines;
-  cliques.clear();
-  overlaps.rows.clear();
   VtxdMap working = vertices;
 
   NodeOrder order;
@@ -457,20 +447,13 @@ void Clique_find_dir(CliqueList& cliques, OverlapMatrix& overlaps, VtxdMap& vert
   // The working graph is the whole graph less the processed nodes (see Dir_search).
   const Dir_arrays full(vertices);
   std::vector<char> processed(full.ins.Node_bound(), 0);
-  const auto total = static_cast<std::uint32_t>(working.size());
-  for (const NodeIndex v : order) {
-    std::ostringstream block;
-    Report_progress(" Locating dir. cliques:", "nodes", static_cast<std::uint32_t>(working.size()),
-                    total, block);
-    Print_text(block.str());
-    Investigate_node(v, working, vertices, full, full, processed, cliques, overlaps, node_cliques,
-                     kPlainDirSteps);
-    processed[v] = 1;
-    working.erase(v);
-  }
-  std::ostringstream closing;
-  Report_clique_search_end("directed cliques", cliques.size(), closing);
-  Print_text(closing.str());
+  Exact_loop(order, " Locating dir. cliques:", "directed cliques", cliques, overlaps,
+             [&](const NodeIndex& v) {
+               Investigate_node(v, working, vertices, full, full, processed, cliques, overlaps,
+                                node_cliques, kPlainDirSteps);
+               processed[v] = 1;
+               working.erase(v);
+             });
 }
 
 }  // namespace kcp

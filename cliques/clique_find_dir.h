@@ -83,6 +83,21 @@ void Recurrent_inc_inv_dir(GapList& gaps, const VtxdMap& working, const VtxdMap&
 // and it is stored under the last key + 1.
 void Iktatjuk_az_uj_vert_clt(GapList gaps, FoundCliques& found, KnownCliques& known);
 
+// The list of the top frame of a walk's stack (the caller's own list at the root frame), with
+// frame.gap moved on to the first gap that still has candidates; frames with none left are popped
+// on the way. nullptr once the stack is empty.
+template <typename Frame>
+GapList* Open_frame(std::vector<Frame>& stack, GapList& root_list) {
+  while (!stack.empty()) {
+    Frame& frame = stack.back();
+    GapList& list = frame.root ? root_list : frame.owned;
+    while (frame.gap < list.size() && list[frame.gap].candidates.empty()) ++frame.gap;
+    if (frame.gap < list.size()) return &list;
+    stack.pop_back();
+  }
+  return nullptr;
+}
+
 }  // namespace Clique_find_dir_sub_routines
 
 }  // namespace kcp

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "cliques/search_report.h"
+#include "cliques/time_limited_loop.h"
 #include "core/xerror_msg.h"
 #include "text/console.h"
 
@@ -154,6 +155,14 @@ long double Attempt_timer::Start() {
   return Processor_seconds(clock_.processor);
 }
 
+bool Attempt_timer::Exceeded_in(const long double& t0, const double& max_time,
+                                std::size_t readings) {
+  for (; readings > 0; --readings) {
+    if (Exceeded(t0, max_time)) return true;
+  }
+  return false;
+}
+
 bool Attempt_timer::Exceeded(const long double& t0, const double& max_time) {
   if (clock_.monotonic) {
     // A processor reading taken now would show at most the real time since wall_start_, plus up
@@ -189,24 +198,18 @@ void Recurrent_tp_investigator(const NodeIndex& x, const VtxMap& working,
       stack.pop_back();
       continue;
     }
+    // Once a known clique holds C and every candidate left, each further call would return at
+    // once; only the clock readings in front of those calls remain, and they are kept.
+    bool covered = false;
     if (top.next > 0 && known.size() != top.known_checked) {
       top.known_checked = known.size();
-      if (!known.Mehet_tovabb(top.C, std::span<const NodeIndex>(top.T).subspan(top.next))) {
-        // A known clique holds C and every candidate left, so each further call would return at
-        // once; only the clock readings in front of those calls remain, and they are kept.
-        for (std::size_t left = top.T.size() - top.next; left > 0; --left) {
-          if (timer.Exceeded(t0, max_time)) {
-            exceeded = true;
-            return;
-          }
-        }
-        stack.pop_back();
-        continue;
-      }
+      covered = !known.Mehet_tovabb(top.C, std::span<const NodeIndex>(top.T).subspan(top.next));
     }
-    if (timer.Exceeded(t0, max_time)) {
-      exceeded = true;
-      return;
+    exceeded = timer.Exceeded_in(t0, max_time, covered ? top.T.size() - top.next : 1);
+    if (exceeded) return;
+    if (covered) {
+      stack.pop_back();
+      continue;
     }
     const NodeIndex y = top.T[top.next++];
     Frame child;
@@ -255,11 +258,7 @@ void Clique_find_main_time_part(const NodeIndex& v, VtxMap& working, const VtxMa
   }
   // A node given up keeps its links for its next attempt.
   if (exceeded) return;
-  Vtx& own = working.find(v)->second;
-  for (const NodeIndex n : N) {
-    own.Remove_neigh(n);
-    working.find(n)->second.Remove_neigh(v);
-  }
+  Unlink_node(working, v);
 }
 
 bool Requeue_hard_node(const NodeIndex& v, std::uint32_t& skipped, const std::size_t& remaining,
@@ -292,59 +291,16 @@ void Register_pending(const PendingCliques& pending, CliqueList& cliques, VtxdMa
 void Clique_find_part_time(CliqueList& cliques, OverlapMatrix& overlaps, VtxMap& vertices,
                            VtxMap& core, const double& max_time, const SearchClock& search_clock) {
   using namespace Clique_find_time_sub_routines;
-  using namespace Clique_find_report_sub_routines;
-  cliques.clear();
-  overlaps.rows.clear();
-  VtxMap working = vertices;
   NodeOrder order;
-  Sort_Vtx_map(order, working);
-  std::deque<NodeIndex> queue(order.begin(), order.end());
-  NodeCliqueMap node_cliques;
-  PendingCliques pending;
-
-  const std::string header =
-      Time_limited_header(" Locating cliques, max. allowed time/node=", max_time);
-  const auto total = static_cast<std::uint32_t>(working.size());
-  std::uint32_t skipped = 0;
-  bool go_on = true;
-  NodeResult node_result;
-  Attempt_timer timer(search_clock);
-  while (!queue.empty() && go_on) {
-    const NodeIndex v = queue.front();
-    queue.pop_front();
-    std::ostringstream block;
-    Report_progress(header, "nodes", static_cast<std::uint32_t>(working.size()), total, block);
-    Print_text(block.str());
-
-    const long double t0 = timer.Start();
-    node_result.clear();
-    bool exceeded = false;
-    Clique_find_main_time_part(
-        v, working, vertices, t0, max_time, exceeded, node_result, timer,
-        Clique_find_sub_routines::Known_cliques_of(v, cliques, node_cliques));
-    if (exceeded) {
-      go_on = Requeue_hard_node(v, skipped, working.size(), queue, "cliques");
-      pending.insert(node_result.begin(), node_result.end());
-    } else {
-      for (const NodeList& K : node_result) {
-        Clique_find_sub_routines::Iktatjuk_az_uj_math_cliquet(cliques, K, vertices, overlaps,
-                                                              node_cliques, false);
-      }
-      skipped = 0;
-      working.erase(v);
-    }
-  }
-
-  std::ostringstream closing;
-  if (!working.empty()) {
-    Register_pending(pending, cliques, vertices, overlaps, node_cliques);
-    Report_clique_search_end("exact cliques", cliques.size(), closing);
-  } else {
-    // Every node given up was completed later and found its pending cliques again.
-    Report_clique_search_end("cliques", cliques.size(), " no approximation was needed", closing);
-  }
-  Print_text(closing.str());
-  core = std::move(working);
+  Sort_Vtx_map(order, vertices);
+  Time_limited_loop(
+      cliques, overlaps, vertices, core, vertices, order, max_time, search_clock,
+      {" Locating cliques, max. allowed time/node=", "cliques", " no approximation was needed"},
+      [&](const NodeIndex& v, VtxMap& working, const long double& t0, bool& exceeded,
+          Attempt_timer& timer, KnownCliques known, NodeResult& node_result) {
+        Clique_find_main_time_part(v, working, vertices, t0, max_time, exceeded, node_result, timer,
+                                   std::move(known));
+      });
 }
 
 }  // namespace kcp

@@ -108,6 +108,9 @@ class Attempt_timer {
   // processor seconds t0.
   long double Start();
   bool Exceeded(const long double& t0, const double& max_time);
+  // Reads the clock `readings` times, as that many calls that each return at once would: true
+  // at the first reading past the limit.
+  bool Exceeded_in(const long double& t0, const double& max_time, std::size_t readings);
 
  private:
   const SearchClock& clock_;

@@ -41,4 +41,15 @@ const typename Map::mapped_type& Record_of(const Map& map, const NodeIndex& n,
   return record->second;
 }
 
+// Takes node v out of every link of the map, both ways; its record stays, without neighbours.
+template <typename Map>
+void Unlink_node(Map& map, const NodeIndex& v) {
+  auto& own = map.find(v)->second;
+  const NodeList neighs(own.Neighs_c().begin(), own.Neighs_c().end());
+  for (const NodeIndex n : neighs) {
+    own.Remove_neigh(n);
+    map.find(n)->second.Remove_neigh(v);
+  }
+}
+
 }  // namespace kcp

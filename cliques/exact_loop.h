@@ -1,0 +1,40 @@
+// The outer loop of the exact clique searches, one for undirected and directed graphs: every node
+// of `order` once, under the progress report of the nodes left, then the closing count of what
+// was found. The per-node search is the caller's: it finds, registers and retires node v, and
+// alone fixes which cliques come and in which order.
+#pragma once
+
+#include <cstdint>
+#include <sstream>
+#include <string>
+
+#include "cliques/search_report.h"
+#include "core/types.h"
+#include "graph/vertex_map.h"
+#include "text/console.h"
+
+namespace kcp {
+
+// header is the progress line ("Locating cliques:"), items the closing word ("cliques"). The
+// cliques and overlaps start empty.
+template <typename Search_node>
+void Exact_loop(const NodeOrder& order, const std::string& header, const std::string& items,
+                CliqueList& cliques, OverlapMatrix& overlaps, Search_node&& search_node) {
+  using namespace Clique_find_report_sub_routines;
+  cliques.clear();
+  overlaps.rows.clear();
+  const auto total = static_cast<std::uint32_t>(order.size());
+  std::uint32_t remaining = total;
+  for (const NodeIndex v : order) {
+    std::ostringstream block;
+    Report_progress(header, "nodes", remaining, total, block);
+    Print_text(block.str());
+    search_node(v);
+    --remaining;
+  }
+  std::ostringstream closing;
+  Report_clique_search_end(items, cliques.size(), closing);
+  Print_text(closing.str());
+}
+
+}  // namespace kcp
