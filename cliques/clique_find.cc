@@ -176,8 +176,7 @@ KnownCliques Known_cliques_of(const Vtx& record) {
 KnownCliques Known_cliques_of(const NodeIndex& v, const CliqueList& cliques,
                               const NodeCliqueMap& node_cliques) {
   KnownCliques known;
-  if (v >= node_cliques.cliques_of_node.size()) return known;
-  const auto& held = node_cliques.cliques_of_node[v];
+  const std::span<const std::uint32_t> held = node_cliques.index.Holders(v);
   known.reserve(held.size());
   for (const std::uint32_t c : held) known.push_back(cliques[c]);
   return known;

@@ -72,16 +72,17 @@ bool Enter(const NodeIndex& x, const VtxMap& working, NodeList C, std::span<cons
 template <typename VertexMap>
 void Register_pending_in(const PendingCliques& pending, CliqueList& cliques, VertexMap& vertices,
                          OverlapMatrix& overlaps, NodeCliqueMap& node_cliques) {
-  const auto& of_node = node_cliques.cliques_of_node;
+  const MemberIndex& index = node_cliques.index;
   // Only the registered cliques holding the rarest member of S can hold S.
   const auto held = [&](const NodeList& S) {
     if (S.empty()) return !cliques.empty();
-    const std::vector<std::uint32_t>* rarest = nullptr;
-    for (const NodeIndex m : S) {
-      if (m >= of_node.size() || of_node[m].empty()) return false;
-      if (rarest == nullptr || of_node[m].size() < rarest->size()) rarest = &of_node[m];
+    std::span<const std::uint32_t> rarest;
+    for (std::size_t i = 0; i < S.size(); ++i) {
+      const std::span<const std::uint32_t> holders = index.Holders(S[i]);
+      if (holders.empty()) return false;
+      if (i == 0 || holders.size() < rarest.size()) rarest = holders;
     }
-    for (const std::uint32_t c : *rarest) {
+    for (const std::uint32_t c : rarest) {
       const Clique& K = cliques[c];
       if (S.size() <= K.size() && std::includes(K.begin(), K.end(), S.begin(), S.end())) {
         return true;

@@ -7,6 +7,7 @@
 #include "cliques/clique_find_dir.h"
 #include "cliques/clique_find_dir_time.h"
 #include "cliques/overlap_extend.h"
+#include "cliques/overlap_matrix.h"
 #include "text/console.h"
 
 namespace kcp {
@@ -23,7 +24,7 @@ void Approximate_core(const CoreMap& core, CliqueList& cliques, OverlapMatrix& o
   // Kept only while the matrix is computed on demand: should exact cliques be dropped, the rows
   // the search would have stored for them are needed after all.
   CliqueList searched;
-  if (overlaps.on_demand) searched = cliques;
+  if (overlaps.On_demand()) searched = cliques;
   Extend_clique_vec(cliques, n_exact, approximate);
   Complete_ovlp_matr(overlaps, searched, cliques, n_exact);
   Print_line(" Clique approximation finished,");
@@ -33,9 +34,18 @@ void Approximate_core(const CoreMap& core, CliqueList& cliques, OverlapMatrix& o
 
 }  // namespace
 
-void Find_cliques(const bool& time_limited, const bool& directed, CliqueList& cliques,
-                  OverlapMatrix& overlaps, VtxdMap& directed_vertices, VtxMap& vertices,
-                  std::uint32_t& n_exact, const double& max_time, const SearchClock& search_clock) {
+OverlapMatrix Run_overlap_matrix(const std::uint32_t& min_shared) {
+  OverlapMatrix overlaps;
+  overlaps.min_shared = min_shared;
+  overlaps.storage = OverlapStorage::kOnDemand;
+  return overlaps;
+}
+
+namespace {
+
+void Search(const bool& time_limited, const bool& directed, CliqueList& cliques,
+            OverlapMatrix& overlaps, VtxdMap& directed_vertices, VtxMap& vertices,
+            std::uint32_t& n_exact, const double& max_time, const SearchClock& search_clock) {
   if (!time_limited) {
     if (directed) {
       Clique_find_dir(cliques, overlaps, directed_vertices);
@@ -56,6 +66,17 @@ void Find_cliques(const bool& time_limited, const bool& directed, CliqueList& cl
     n_exact = static_cast<std::uint32_t>(cliques.size());
     if (!core.empty()) Approximate_core(core, cliques, overlaps, n_exact);
   }
+}
+
+}  // namespace
+
+void Find_cliques(const bool& time_limited, const bool& directed, CliqueList& cliques,
+                  OverlapMatrix& overlaps, VtxdMap& directed_vertices, VtxMap& vertices,
+                  std::uint32_t& n_exact, const double& max_time, const SearchClock& search_clock) {
+  Search(time_limited, directed, cliques, overlaps, directed_vertices, vertices, n_exact, max_time,
+         search_clock);
+  // From here on only percolation reads a stored matrix, at one k at a time.
+  if (!overlaps.On_demand()) Order_rows_by_share(overlaps);
 }
 
 }  // namespace kcp

@@ -1,8 +1,8 @@
 // The single entry of the clique search. Runs the exact or the time-limited search, undirected
 // or directed, and when a time-limited search leaves a core of nodes that stayed too slow, adds
 // approximate cliques of that core behind the exact ones. On return cliques[0, n_exact) are exact
-// maximal cliques in the order found, the rest approximate; overlaps has a row per position.
-// Exceptions of the searches pass through unchanged.
+// maximal cliques in the order found, the rest approximate; overlaps has a row per position, or
+// is kept on demand. Exceptions of the searches pass through unchanged.
 #pragma once
 
 #include <cstdint>
@@ -12,6 +12,13 @@
 #include "graph/vertex_map.h"
 
 namespace kcp {
+
+// The overlap matrix a run starts from: kept on demand, its rows computed at each k from the
+// clique list, since storing every overlapping pair outgrows the memory of a machine on networks
+// with many overlapping cliques. Find_cliques stores it after all only when the approximation
+// drops exact cliques, whose rows percolation must then read as the search would have stored
+// them; a stored matrix leaves Find_cliques with its rows ordered by share.
+OverlapMatrix Run_overlap_matrix(const std::uint32_t& min_shared);
 
 // max_time is read only when time_limited. search_clock stands in for the real clocks in tests.
 void Find_cliques(const bool& time_limited, const bool& directed, CliqueList& cliques,

@@ -53,13 +53,10 @@ std::vector<NodeList> Node_cliques_in_order(const NodeIndex& v, NodeSearch& sear
   if (N.size() < 2) return found;
 
   // When one registered clique holds every unprocessed neighbour, no new clique is left here.
-  if (v < node_cliques.cliques_of_node.size()) {
-    for (const std::uint32_t c : node_cliques.cliques_of_node[v]) {
-      const Clique& known = cliques[c];
-      if (known.size() > N.size() &&
-          std::includes(known.begin(), known.end(), N.begin(), N.end())) {
-        return found;
-      }
+  for (const std::uint32_t c : node_cliques.index.Holders(v)) {
+    const Clique& known = cliques[c];
+    if (known.size() > N.size() && std::includes(known.begin(), known.end(), N.begin(), N.end())) {
+      return found;
     }
   }
 

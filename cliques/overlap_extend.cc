@@ -39,37 +39,25 @@ void Extend_ovlp_matr(OverlapMatrix& overlaps, const CliqueList& cliques,
       wanted[n] = 1;
     }
   }
-  std::vector<std::vector<std::uint32_t>> holders(wanted.size());
+  MemberIndex holders;
   for (std::uint32_t j = 0; j < count; ++j) {
-    for (const NodeIndex& n : cliques[j]) {
-      if (n < wanted.size() && wanted[n]) holders[n].push_back(j);
-    }
+    holders.Add(cliques[j], j, [&](const NodeIndex& n) { return n < wanted.size() && wanted[n]; });
   }
 
   // An empty intersection writes nothing; a new entry below min_shared is not stored either.
   const std::uint32_t least = std::max<std::uint32_t>(overlaps.min_shared, 1);
-  std::vector<std::uint32_t> shared(count, 0);
-  std::vector<std::uint32_t> touched;
   for (std::uint32_t i = n_exact; i < count; ++i) {
-    touched.clear();
-    for (const NodeIndex& n : cliques[i]) {
-      for (const std::uint32_t& j : holders[n]) {
-        // Exact cliques and the approximate ones after i; pairs with earlier approximate cliques
-        // were written when those were extended.
-        if (j >= n_exact && j <= i) continue;
-        if (shared[j]++ == 0) touched.push_back(j);
-      }
-    }
-    std::sort(touched.begin(), touched.end());
+    // Exact cliques and the approximate ones after i; pairs with earlier approximate cliques
+    // were written when those were extended.
+    const auto written = [&](const std::uint32_t& j) { return j >= n_exact && j <= i; };
     bool diagonal_written = false;
-    for (const std::uint32_t& j : touched) {
-      if (!diagonal_written && j > i) {
+    for (const MemberIndex::Shared& j : holders.Shared_with(cliques[i], written)) {
+      if (!diagonal_written && j.position > i) {
         Set_overlap(overlaps.rows[i], i, static_cast<std::uint32_t>(cliques[i].size()));
         diagonal_written = true;
       }
-      Write_shared(overlaps.rows[j], i, shared[j], least);
-      Write_shared(overlaps.rows[i], j, shared[j], least);
-      shared[j] = 0;
+      Write_shared(overlaps.rows[j.position], i, j.count, least);
+      Write_shared(overlaps.rows[i], j.position, j.count, least);
     }
     if (!diagonal_written) {
       Set_overlap(overlaps.rows[i], i, static_cast<std::uint32_t>(cliques[i].size()));
@@ -79,15 +67,15 @@ void Extend_ovlp_matr(OverlapMatrix& overlaps, const CliqueList& cliques,
 
 void Complete_ovlp_matr(OverlapMatrix& overlaps, const CliqueList& searched,
                         const CliqueList& cliques, const std::uint32_t& n_exact) {
-  if (overlaps.on_demand && n_exact < searched.size()) {
-    overlaps.on_demand = false;
+  if (overlaps.On_demand() && n_exact < searched.size()) {
+    overlaps.storage = OverlapStorage::kStored;
     overlaps.rows.clear();
     NodeCliqueMap node_cliques;
     for (std::uint32_t id = 0; id < searched.size(); ++id) {
       Add_clique_overlaps(overlaps, node_cliques, searched[id], id);
     }
   }
-  if (!overlaps.on_demand) Extend_ovlp_matr(overlaps, cliques, n_exact);
+  if (!overlaps.On_demand()) Extend_ovlp_matr(overlaps, cliques, n_exact);
 }
 
 }  // namespace kcp

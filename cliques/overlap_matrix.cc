@@ -32,57 +32,33 @@ void Push_counted(std::vector<T>& v, Value&& value, std::size_t& accounted_bytes
   accounted_bytes += Capacity_bytes(v) - before;
 }
 
-template <typename T>
-void Resize_counted(std::vector<T>& v, const std::size_t& size, std::size_t& accounted_bytes) {
-  const std::size_t before = Capacity_bytes(v);
-  v.resize(size);
-  accounted_bytes += Capacity_bytes(v) - before;
-}
-
 }  // namespace
 
 void Add_clique_overlaps(OverlapMatrix& overlaps, NodeCliqueMap& node_cliques, const Clique& K,
                          const std::uint32_t& id) {
-  if (overlaps.on_demand) {
+  MemberIndex& index = node_cliques.index;
+  if (overlaps.On_demand()) {
     // No rows; the memberships stay, since the searches look registered cliques up by node.
-    auto& of_node = node_cliques.cliques_of_node;
-    if (!K.empty() && of_node.size() <= K.back()) of_node.resize(K.back() + std::size_t{1});
-    for (const NodeIndex m : K) of_node[m].push_back(id);
+    index.Add(K, id);
     return;
   }
   if (overlaps.rows.size() != id) {
     throw Xerror_msg("ERROR: Add_clique_overlaps() : clique " + std::to_string(id) +
                      " does not follow the last row of the overlap matrix.");
   }
-  auto& of_node = node_cliques.cliques_of_node;
-  auto& tally = node_cliques.tally;
-  auto& touched = node_cliques.touched;
-  std::size_t& accounted = node_cliques.accounted_bytes;
-  if (!K.empty() && of_node.size() <= K.back()) {
-    Resize_counted(of_node, K.back() + std::size_t{1}, accounted);
-  }
-  if (tally.size() <= id) Resize_counted(tally, id + std::size_t{1}, accounted);
-
-  // Count, for every earlier clique sharing a node with K, how many nodes it shares.
-  touched.clear();
-  for (const NodeIndex m : K) {
-    for (const std::uint32_t c : of_node[m]) {
-      if (tally[c]++ == 0) touched.push_back(c);
-    }
-  }
-  std::sort(touched.begin(), touched.end());
+  index.Reserve(K, id);
+  const std::span<const MemberIndex::Shared> shared = index.Shared_with(K);
   std::size_t kept = 0;
-  for (const std::uint32_t c : touched) {
-    if (tally[c] >= overlaps.min_shared) ++kept;
+  for (const MemberIndex::Shared& c : shared) {
+    if (c.count >= overlaps.min_shared) ++kept;
   }
 
   // Refuse before anything is stored: the entries on both sides, the diagonal, the new row and
   // the node memberships.
+  std::size_t& row_bytes = node_cliques.row_bytes;
   const std::size_t needed =
       (2 * kept + 1) * sizeof(Overlap) + sizeof(OverlapRow) + K.size() * sizeof(std::uint32_t);
-  if (accounted + needed > node_cliques.memory_budget) {
-    for (const std::uint32_t c : touched) tally[c] = 0;
-    touched.clear();
+  if (index.Bytes() + row_bytes + needed > node_cliques.memory_budget) {
     throw Xerror_msg("ERROR: the clique overlap matrix needs more memory than this machine has (" +
                      std::to_string(id) +
                      " cliques so far); run at one k with -k, or with a time limit -t.");
@@ -90,19 +66,17 @@ void Add_clique_overlaps(OverlapMatrix& overlaps, NodeCliqueMap& node_cliques, c
 
   OverlapRow row;
   row.reserve(kept + 1);
-  for (const std::uint32_t c : touched) {
-    if (tally[c] >= overlaps.min_shared) {
+  for (const MemberIndex::Shared& c : shared) {
+    if (c.count >= overlaps.min_shared) {
       // id is larger than every position in row c, so the row stays sorted.
-      Push_counted(overlaps.rows[c], Overlap{id, tally[c]}, accounted);
-      row.push_back(Overlap{c, tally[c]});
+      Push_counted(overlaps.rows[c.position], Overlap{id, c.count}, row_bytes);
+      row.push_back(Overlap{c.position, c.count});
     }
-    tally[c] = 0;
   }
-  touched.clear();
   row.push_back(Overlap{id, static_cast<std::uint32_t>(K.size())});
-  accounted += Capacity_bytes(row);
-  Push_counted(overlaps.rows, std::move(row), accounted);
-  for (const NodeIndex m : K) Push_counted(of_node[m], id, accounted);
+  row_bytes += Capacity_bytes(row);
+  Push_counted(overlaps.rows, std::move(row), row_bytes);
+  index.Add(K, id);
 }
 
 std::uint32_t Overlap_of(const OverlapRow& row, const std::uint32_t& clique) {

@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "cliques/member_index.h"
 #include "core/types.h"
 
 namespace kcp {
@@ -17,12 +18,10 @@ namespace kcp {
 std::size_t Overlap_memory_budget();
 
 // For every node the positions of the registered cliques that hold it, in registration order,
-// with the scratch the overlap counting reuses and the memory it has accounted for.
+// and the memory the stored rows have taken besides.
 struct NodeCliqueMap {
-  std::vector<std::vector<std::uint32_t>> cliques_of_node;  // indexed by node
-  std::vector<std::uint32_t> tally;                         // indexed by clique, 0 between uses
-  std::vector<std::uint32_t> touched;
-  std::size_t accounted_bytes = 0;
+  MemberIndex index;
+  std::size_t row_bytes = 0;
   std::size_t memory_budget = Overlap_memory_budget();
 };
 

@@ -89,7 +89,7 @@ void OverlapRows::KeyedLists::Walk_own(const std::uint32_t& clique, Visit&& visi
 OverlapRows::OverlapRows(const CliqueList& cliques, const OverlapMatrix& overlaps,
                          const std::uint32_t& k)
     : cliques_(cliques), overlaps_(overlaps), k_(k), need_(k - 1), least_(std::max(k - 1, 1u)) {
-  if (!overlaps_.on_demand || k_ == 0) return;
+  if (!overlaps_.On_demand() || k_ == 0) return;
   Build_index();
 }
 
@@ -213,13 +213,13 @@ void OverlapRows::Build_index() {
 }
 
 std::size_t OverlapRows::Row_count() const {
-  return overlaps_.on_demand ? cliques_.size() : overlaps_.rows.size();
+  return overlaps_.On_demand() ? cliques_.size() : overlaps_.rows.size();
 }
 
 bool OverlapRows::Row(const std::uint32_t& c, const std::vector<std::int32_t>& labels,
                       const bool& free_only, CliqueIndexList& out) {
   out.clear();
-  if (!overlaps_.on_demand) return Stored_row(c, labels, free_only, out);
+  if (!overlaps_.On_demand()) return Stored_row(c, labels, free_only, out);
   return Computed_row(c, labels, out);
 }
 

@@ -39,16 +39,21 @@ using OverlapRow = std::vector<Overlap>;
 // Symmetric and sparse: rows[i] holds (j, shared) on both sides for every stored pair. Pairs that
 // share fewer than min_shared nodes are left out, since percolation at k reads only pairs sharing
 // at least k - 1 nodes: a run whose every k is at least 3 needs 2, a run at one k needs k - 1.
-// With on_demand set the searches store no rows at all and percolation computes each row from
-// the clique list when it reads it; memory then grows with the clique list, not with the pairs.
-// With by_share set the rows are ordered by shared count, largest first (ties by clique), which
-// lets percolation at k read only the entries sharing at least k - 1 nodes; look-ups by clique
-// (Overlap_of, Set_overlap) need the plain ascending order.
+// Kept on demand (OverlapStorage::kOnDemand) the searches store no rows at all and percolation
+// computes each row from the clique list when it reads it; memory then grows with the clique
+// list, not with the pairs. Which one a run uses is decided in one place, Run_overlap_matrix and
+// Find_cliques (cliques/clique_search_stage.h). With by_share set the rows are ordered by shared
+// count, largest first (ties by clique), which lets percolation at k read only the entries sharing
+// at least k - 1 nodes; look-ups by clique (Overlap_of, Set_overlap) need the plain ascending
+// order.
+enum class OverlapStorage { kStored, kOnDemand };
 struct OverlapMatrix {
   std::vector<OverlapRow> rows;
   std::uint32_t min_shared = 1;
-  bool on_demand = false;
+  OverlapStorage storage = OverlapStorage::kStored;
   bool by_share = false;
+
+  bool On_demand() const { return storage == OverlapStorage::kOnDemand; }
 };
 
 using Community = NodeList;

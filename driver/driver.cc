@@ -87,16 +87,11 @@ void Run_stages(int argc, char** argv, RunStage& stage) {
   }
   Print_line(" Graph created from the links OK.");
 
-  overlaps.min_shared = Min_shared_for_run(fixed_k_flag, fixed_k);
-  // Rows are computed per k from the clique list: storing every overlapping pair outgrows the
-  // memory of a machine on networks with many overlapping cliques.
-  overlaps.on_demand = true;
+  overlaps = Run_overlap_matrix(Min_shared_for_run(fixed_k_flag, fixed_k));
   n_exact = 0;
   stage = {"searching the cliques", true};
   Find_cliques(time_flag, directed, cliques, overlaps, directed_vertices, vertices, n_exact,
                max_time);
-  // From here on only percolation reads a stored matrix, at one k at a time.
-  if (!overlaps.on_demand) Order_rows_by_share(overlaps);
   Print_underscores(27);
   Print_line(" Writing cliques to disk...");
   stage = {"writing the cliques", true};

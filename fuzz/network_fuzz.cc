@@ -93,9 +93,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Vtx_map_from_link_map(vertices, index_links);
   }
   CliqueList cliques;
-  OverlapMatrix overlaps;
-  overlaps.min_shared = 2;
-  overlaps.on_demand = true;
+  OverlapMatrix overlaps = Run_overlap_matrix(2);
   std::uint32_t n_exact = 0;
   Find_cliques(false, directed, cliques, overlaps, directed_vertices, vertices, n_exact, 0.0);
   Check(n_exact == cliques.size());

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "cliques/clique_search_stage.h"
 #include "communities/percolation.h"
 #include "core/xerror_msg.h"
 
@@ -19,9 +20,7 @@ CommunityList Percolate_cliques(const CliqueList& cliques, std::uint32_t k) {
     }
     if (clique.size() >= k) kept.push_back(std::move(clique));
   }
-  OverlapMatrix overlaps;
-  overlaps.on_demand = true;
-  overlaps.min_shared = k - 1;
+  const OverlapMatrix overlaps = Run_overlap_matrix(k - 1);
   CommunityList communities;
   CommunityLinkLists links;
   CommunityCliqueLists members;

@@ -66,11 +66,9 @@ MemoryRun::MemoryRun(const std::vector<std::string>& names, const std::vector<st
     Vtx_map_from_link_map(vertices_, index_links_);
   }
   // As a run over every k: pairs sharing one node matter to no k from 3 on.
-  overlaps_.min_shared = 2;
-  overlaps_.on_demand = true;
+  overlaps_ = Run_overlap_matrix(2);
   Find_cliques(time_limit.has_value(), directed, cliques_, overlaps_, directed_vertices, vertices_,
                n_exact_, time_limit.value_or(0.0));
-  if (!overlaps_.on_demand) Order_rows_by_share(overlaps_);
 }
 
 KCommunities MemoryRun::Communities(std::uint32_t k) const {

@@ -17,11 +17,13 @@ scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 trap 'exit 130' INT TERM HUP
 
-# The files git tracks or would track, as they are in the working tree.
+# The files git tracks or would track, as they are in the working tree (deleted ones left out).
 root=$scratch/src
 build=$scratch/build
 mkdir -p "$root"
-(cd "$checkout" && git ls-files -co --exclude-standard -z | xargs -0 cp --parents -t "$root")
+(cd "$checkout" && git ls-files -co --exclude-standard -z |
+  while IFS= read -r -d '' file; do if [[ -e $file ]]; then printf '%s\0' "$file"; fi; done |
+  xargs -0 cp --parents -t "$root")
 
 # name | file | text to replace (its first occurrence) | replacement
 mutations=(
@@ -42,11 +44,12 @@ mutations=(
   'time-zero|cli/run_params.cc|if (time_flag \&\& max_time <= 0) {|if (time_flag \&\& max_time < 0) {'
   'thresholds-equal|cli/run_params.cc|lower >= upper) {|lower > upper) {'
   'lone-dash|cli/switches.cc|return word.size() > 1 \&\& word[0] == '"'"'-'"'"';|return word.size() > 0 \&\& word[0] == '"'"'-'"'"';'
-  'extend-diagonal|cliques/overlap_extend.cc|if (j >= n_exact \&\& j <= i) continue;|if (j >= n_exact \&\& j < i) continue;'
-  'matrix-min-shared|cliques/overlap_matrix.cc|if (tally[c] >= overlaps.min_shared) {|if (tally[c] > overlaps.min_shared) {'
+  'extend-diagonal|cliques/overlap_extend.cc|return j >= n_exact \&\& j <= i;|return j >= n_exact \&\& j < i;'
+  'matrix-min-shared|cliques/overlap_matrix.cc|if (c.count >= overlaps.min_shared) {|if (c.count > overlaps.min_shared) {'
   'subset-size|cliques/approximation.cc|return small.size() <= big.size() \&\&|return small.size() < big.size() \&\&'
   'negative-note|cliques/clique_output.cc|if (n_exact < cliques.size()) file|if (n_exact <= cliques.size()) file'
   'percent|cliques/search_report.cc|part * 100.0L|part * 10.0L'
+  'member-tally|cliques/member_index.h|if (tally_[j]++ == 0) touched_.push_back(j);|if (++tally_[j] == 1) touched_.push_back(j); else ++tally_[j];'
   'node-done|cliques/node_cliques.cc|if (working.count(index) == 0) search.processed|if (working.count(index) != 0) search.processed'
   'triangle-min|cliques/node_cliques.cc|if (X.None() \&\& R.size() >= 2) {|if (X.None() \&\& R.size() >= 3) {'
   'known-order|cliques/clique_find.cc|if (n > v \&\& (clique.empty() \|\| clique.back() < v)) clique|if (n < v \&\& (clique.empty() \|\| clique.back() < v)) clique'
@@ -71,7 +74,7 @@ mutations=(
   'percolation-approx|communities/percolation.cc|if (m >= n_exact) approximate = true;|if (m > n_exact) approximate = true;'
   'community-minus|communities/community_files.cc|if (layout::Is_approximate(p, n_exact_coms))|if (layout::Is_approximate(p, n_exact_coms + 1))'
   'stats-minus|communities/stats_files.cc|if (layout::Is_approximate(p, n_exact_coms))|if (layout::Is_approximate(p, n_exact_coms + 1))'
-  'overlap-stat|communities/community_statistics.cc|if (j > row) ++overlap[count];|if (j >= row) ++overlap[count];'
+  'overlap-stat|communities/community_statistics.cc|if (j.position > row) ++overlap[j.count];|if (j.position >= row) ++overlap[j.count];'
   'intensity-shared|communities/intensity_percolation.cc|if (shared.size() + 1 == k \&\& |if (shared.size() == k \&\& '
   'intensity-min|communities/k_clique_intensity.cc|if (log_w < min_log_w) min_log_w = log_w;|if (log_w > min_log_w) min_log_w = log_w;'
   'assembly-pairs|communities/community_assembly.cc|for (std::size_t j = i + 1; j < clique.size(); ++j) later_|for (std::size_t j = i + 2; j < clique.size(); ++j) later_'
