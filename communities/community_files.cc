@@ -34,7 +34,7 @@ void Kiir_coms_VN(const CommunityList& communities, const std::string& dir, cons
                   const NameTable& names, const std::uint32_t& n_exact_coms,
                   const std::string& flag, const std::string& alap_szoveg) {
   Result_file file(layout::K_dir(dir, k), layout::Flag_file(flag, layout::kCommunities));
-  file << "# The " << Flag_word(flag) << "communities at k=" << k << '\n';
+  file << layout::Title_line(layout::kCommunitiesTitle, flag, k) << '\n';
   file << '#' << alap_szoveg;
   if (n_exact_coms < communities.size()) {
     file << layout::kApproximateCommunitiesNote << '\n';
@@ -63,7 +63,7 @@ void Kiir_com_links_VN(const CommunityLinkLists& community_links, const std::str
                        const std::string& alap_szoveg) {
   const NameTable& names = tables.names;
   Result_file file(layout::K_dir(dir, k), layout::Flag_file(flag, layout::kCommunityLinks));
-  file << "# The links inside the " << Flag_word(flag) << "communities at k=" << k << '\n';
+  file << layout::Title_line(layout::kCommunityLinksTitle, flag, k) << '\n';
   file << '#' << alap_szoveg << '\n';
   for (std::size_t p = 0; p < community_links.size(); ++p) {
     Put_position(file, p, n_exact_coms);

@@ -22,8 +22,7 @@ void Kiir_com_graph_VN(const CommunityGraph& graph, const std::uint32_t& n_exact
                        const std::string& dir, const std::uint32_t& k, const std::string& flag,
                        const std::string& alap_szoveg) {
   Result_file file(layout::K_dir(dir, k), layout::Community_graph_file(flag));
-  // With the empty flag the line reads "# The graph of at k=..."; the wording is kept as it is.
-  file << "# The graph of " << (flag.empty() ? flag : flag + " ") << "at k=" << k << '\n';
+  file << layout::Title_line(layout::kCommunityGraphTitle, flag, k) << '\n';
   file << '#' << alap_szoveg << '\n';
   for (const auto& [pair, weight] : graph) {
     Put_position(file, pair.first, n_exact_coms);

@@ -42,6 +42,21 @@ inline std::string Community_graph_file(std::string_view flag) {
   return "graph_of_" + Flag_file(flag, kCommunities);
 }
 
+// The first line of a file of one k: `before`, the flag and a blank (nothing in a plain run),
+// `after`, then "k=" and k.
+struct K_title {
+  std::string_view before;
+  std::string_view after;
+};
+inline constexpr K_title kCommunitiesTitle{"# The ", "communities at "};
+inline constexpr K_title kCommunityLinksTitle{"# The links inside the ", "communities at "};
+// With the plain run's empty flag this reads "# The graph of at k=...", as it always has.
+inline constexpr K_title kCommunityGraphTitle{"# The graph of ", "at "};
+inline std::string Title_line(const K_title& title, std::string_view flag, const std::uint32_t& k) {
+  return std::string(title.before) + (flag.empty() ? "" : std::string(flag) + " ") +
+         std::string(title.after) + "k=" + std::to_string(k);
+}
+
 // The line a clique or community file carries under its description when it holds approximate
 // items, whose positions are then written behind kApproximateMark.
 inline constexpr std::string_view kApproximateCliquesNote =

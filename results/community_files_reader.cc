@@ -13,7 +13,8 @@ namespace kcp {
 CommunitiesFile Read_communities_file(const std::string& path, Node_numbering& numbering) {
   Line_tokeniser t(path);
   CommunitiesFile file;
-  Parse_k_title(t, "# The ", "communities at ", file.flag, file.k);
+  Parse_k_title(t, layout::kCommunitiesTitle.before, layout::kCommunitiesTitle.after, file.flag,
+                file.k);
   bool negative_line = false;
   file.alap_szoveg = Take_k_file_alap_szoveg(
       t, std::string(layout::kApproximateCommunitiesNote) + "\n", negative_line);
@@ -42,7 +43,8 @@ CommunitiesFile Read_communities_file(const std::string& path, Node_numbering& n
 CommunityLinksFile Read_community_links_file(const std::string& path, Node_numbering& numbering) {
   Line_tokeniser t(path);
   CommunityLinksFile file;
-  Parse_k_title(t, "# The links inside the ", "communities at ", file.flag, file.k);
+  Parse_k_title(t, layout::kCommunityLinksTitle.before, layout::kCommunityLinksTitle.after,
+                file.flag, file.k);
   bool unused = false;
   file.alap_szoveg = Take_k_file_alap_szoveg(t, "", unused);
 

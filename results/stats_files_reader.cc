@@ -48,7 +48,8 @@ void Parse_distribution_title(const Line_tokeniser& t, DistributionFile& file) {
 CommunityGraphFile Read_community_graph_file(const std::string& path) {
   Line_tokeniser t(path);
   CommunityGraphFile file;
-  Parse_k_title(t, "# The graph of ", "at ", file.flag, file.k);
+  Parse_k_title(t, layout::kCommunityGraphTitle.before, layout::kCommunityGraphTitle.after,
+                file.flag, file.k);
   bool unused = false;
   file.alap_szoveg = Take_k_file_alap_szoveg(t, "", unused);
 
