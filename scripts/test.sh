@@ -8,4 +8,6 @@ build="${BUILD_DIR:-build}"
 # shellcheck disable=SC2086
 cmake -S . -B "$build" -DCMAKE_BUILD_TYPE=Release -DVARNEL_TESTS=ON ${CMAKE_EXTRA:-}
 cmake --build "$build" -j "$(nproc)"
-ctest --test-dir "$build" --output-on-failure -j "$(nproc)"
+# The JUnit report lets CI check why any test was skipped.
+ctest --test-dir "$build" --output-on-failure -j "$(nproc)" \
+  --output-junit "$(cd "$build" && pwd)/ctest-results.xml"
