@@ -17,6 +17,9 @@ namespace {
 // A small file gets a buffer of its own size; a line longer than the buffer doubles it.
 constexpr std::size_t kMaxBufferSize = std::size_t{1} << 20;
 constexpr std::size_t kMinBufferSize = std::size_t{1} << 12;
+// The blanks of formatted stream extraction, and the marker of a header line.
+constexpr std::string_view kSeparators = " \t\r\v\f";
+constexpr char kComment = '#';
 
 }  // namespace
 
@@ -26,11 +29,8 @@ void Fail_in_file(const std::string& path, const std::uint64_t& line, const std:
   throw Xerror_msg(text + ": " + message);
 }
 
-Line_tokeniser::Line_tokeniser(const std::string& path) : Line_tokeniser(path, Options()) {}
-
-Line_tokeniser::Line_tokeniser(const std::string& path, const Options& options)
-    : path_(path), options_(options) {
-  for (const char c : options_.separators) separator_[static_cast<unsigned char>(c)] = true;
+Line_tokeniser::Line_tokeniser(const std::string& path) : path_(path) {
+  for (const char c : kSeparators) separator_[static_cast<unsigned char>(c)] = true;
   fd_ = ::open(path_.c_str(), O_RDONLY | O_CLOEXEC);
   if (fd_ < 0) {
     Fail_in_file(path_, 0, std::string("cannot open the file: ") + std::strerror(errno));
@@ -69,14 +69,14 @@ std::string Line_tokeniser::Header_text() const {
 }
 
 bool Line_tokeniser::Is_dot_line(std::string_view line) const {
-  return options_.dot_lines_in_header && !header_.empty() && !line.empty() && line[0] == '.' &&
-         (line.size() == 1 || line[1] == options_.comment);
+  return !header_.empty() && !line.empty() && line[0] == '.' &&
+         (line.size() == 1 || line[1] == kComment);
 }
 
 void Line_tokeniser::Read_header() {
   std::string_view line;
   while (Read_line(line)) {
-    if (!line.empty() && line[0] == options_.comment) {
+    if (!line.empty() && line[0] == kComment) {
       header_.emplace_back(line);
     } else if (Is_dot_line(line)) {
       header_.emplace_back(line);
@@ -86,10 +86,8 @@ void Line_tokeniser::Read_header() {
       }
     } else if (line.empty()) {
       header_.emplace_back();
-      if (options_.empty_line_ends_header) {
-        header_closed_ = true;
-        return;
-      }
+      header_closed_ = true;
+      return;
     } else {
       pending_ = true;
       line_ = line;

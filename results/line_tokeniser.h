@@ -1,12 +1,12 @@
 // Splits one result file into its header and its records, for every reader of the run's files.
 // The header is the leading run of lines that begin with the comment marker; a run with a fixed k
 // leaves a "." at the start of the line after its description, so a line "." closes the header
-// and a line "." + marker continues it. An empty line closes the header too (or, when so
-// configured, is kept in it). After the header every line that holds a token is one record, split
-// at the separator bytes; only a header line can be a comment, so "#" in a record is a name byte.
-// Reads through a large buffer; tokens stay valid until the next Next_record. Throws Xerror_msg
-// "ERROR: <path>, line N: ..." on a file that cannot be read, holds a NUL byte or ends inside a
-// line.
+// and a line "." + marker continues it. An empty line closes the header too. After the header
+// every line that holds a token is one record, split at the blanks of formatted stream extraction
+// (with which the run read the names); only a header line can be a comment, so "#" in a record is a
+// name byte. Reads through a large buffer; tokens stay valid until the next Next_record. Throws
+// Xerror_msg "ERROR: <path>, line N: ..." on a file that cannot be read, holds a NUL byte or ends
+// inside a line.
 #pragma once
 
 #include <cstddef>
@@ -24,16 +24,7 @@ namespace kcp {
 
 class Line_tokeniser {
  public:
-  struct Options {
-    // The blanks of formatted stream extraction, with which the run read the names.
-    std::string separators = std::string(" \t\r\v\f");
-    char comment = '#';
-    bool empty_line_ends_header = true;
-    bool dot_lines_in_header = true;
-  };
-
   explicit Line_tokeniser(const std::string& path);
-  Line_tokeniser(const std::string& path, const Options& options);
   ~Line_tokeniser();
   Line_tokeniser(const Line_tokeniser&) = delete;
   Line_tokeniser& operator=(const Line_tokeniser&) = delete;
@@ -69,7 +60,6 @@ class Line_tokeniser {
   void Split(std::string_view line);
 
   std::string path_;
-  Options options_;
   bool separator_[256] = {};
   int fd_ = -1;
   std::unique_ptr<char[]> buffer_;

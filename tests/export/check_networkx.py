@@ -1,15 +1,17 @@
 #!/usr/bin/env python3
 """Checks varnel-export's GraphML and node-link JSON against the results directory itself.
 
-Usage: check_networkx.py RESULTS_DIR GRAPHML_FILE JSON_FILE
+Usage: check_networkx.py RESULTS_DIR GRAPHML_FILE JSON_FILE [CSV_FILE]
 
 The results files are parsed here on their own (graph file, and per "k=" directory the
 communities file and the community links file); networkx reads the two exports. Nodes, links,
-weights and, per k, the communities of every node and link must agree. Exits 0 when they do,
+weights and, per k, the communities of every node and link must agree. The CSV export, read
+with Python's csv module, must list every node of every community. Exits 0 when all agree,
 1 with the differences on stderr otherwise.
 """
 
 import codecs
+import csv
 import json
 import math
 import os
@@ -163,6 +165,30 @@ def compare(kind, graph, directed, nodes, links, node_attrs, link_attrs, problem
         problems.append("%s: %d links missing" % (kind, len(set(links) - seen)))
 
 
+def check_csv(results_dir, csv_path, problems):
+    """The CSV export: its header, then per k (ascending) every node of every community in file
+    order, the names' bytes as they are (read as Latin-1 here to keep every byte)."""
+    expected = [["k", "community", "approximate", "node"]]
+    ks = sorted(int(entry[2:]) for entry in os.listdir(results_dir) if entry.startswith("k="))
+    for k in ks:
+        path = os.path.join(results_dir, "k=%d" % k)
+        name = next(n for n in sorted(os.listdir(path))
+                    if n.endswith("communities") and not n.startswith("graph_of"))
+        for line in community_records(os.path.join(path, name)):
+            match = LABEL.match(line)
+            label = match.group(1).decode()
+            approximate = "true" if label.startswith("-") else "false"
+            for node in line[match.end():].split():
+                expected.append([str(k), label, approximate, node.decode("latin-1")])
+    with open(csv_path, encoding="latin-1", newline="") as f:
+        rows = list(csv.reader(f))
+    if rows != expected:
+        wrong = next((i for i, row in enumerate(rows) if i >= len(expected) or row != expected[i]),
+                     len(rows))
+        problems.append("CSV: %d rows, expected %d; row %d differs" % (len(rows), len(expected),
+                                                                        wrong))
+
+
 def read_node_link(path):
     with open(path, encoding="utf-8") as f:
         data = json.load(f)
@@ -183,6 +209,13 @@ def main():
 
     data, from_json = read_node_link(json_path)
     compare("JSON", from_json, directed, nodes, links, node_attrs, link_attrs, problems)
+    flavour = "directed" if directed else ""
+    if any(name.startswith("intensity_") for _, _, files in os.walk(results_dir) for name in files):
+        flavour = "intensity"
+    weighted = any(weight is not None for weight in links.values())
+    if (from_json.graph.get("flavour"), from_json.graph.get("weighted")) != (flavour, weighted):
+        problems.append("JSON: flavour %r, weighted %r, expected %r, %r" % (
+            from_json.graph.get("flavour"), from_json.graph.get("weighted"), flavour, weighted))
     got_ks = from_json.graph.get("k")
     if got_ks != sorted(per_k):
         problems.append("JSON: graph k is %s, expected %s" % (got_ks, sorted(per_k)))
@@ -192,6 +225,9 @@ def main():
                     for label, members in communities]
         if listed != expected:
             problems.append("JSON: communities at k=%d differ" % k)
+
+    if len(sys.argv) > 4:
+        check_csv(results_dir, sys.argv[4], problems)
 
     print("%d nodes, %d links, k in %s" % (len(nodes), len(links), sorted(per_k)))
     for problem in problems[:40]:

@@ -1,17 +1,14 @@
-// Has networkx read the GraphML and JSON exports of real runs and compares them, in
-// check_networkx.py, with the results files parsed there independently.
+// check_networkx.py reads the GraphML and JSON exports of real runs with networkx, the CSV with
+// Python's csv module, and compares them with the results files parsed there on their own.
 #include <gtest/gtest.h>
 
 #include <cstdlib>
 #include <filesystem>
 
-#include "tests/export/export_process.h"
+#include "tests/results/results_fixtures.h"
 
 namespace kcp {
 namespace {
-
-using testing::ProcessResult;
-using testing::Run_program;
 
 // Debian's interpreter, where its networkx package installs, before whichever python3 comes first.
 std::string Python() {
@@ -26,46 +23,39 @@ TEST(NetworkxCheck, ExportsOfRealRunsReadBackAsTheirResults) {
   const std::string script =
       (std::filesystem::path(__FILE__).parent_path() / "check_networkx.py").string();
   const std::string lesmis = testing::Read_file(std::string(VARNEL_TEST_DATA) + "/lesmis.links");
-  struct Case {
-    std::string name;
-    std::string links;
-    std::vector<std::string> switches;
-    std::string results_suffix;  // what the run appends to the name of the results directory
-  };
-  const std::vector<Case> cases = {
-      {"les", lesmis, {}, ""},
-      // A time limit far below the clock's resolution leaves nodes to the approximate cliques,
-      // so the communities are numbered "-0", "-1", ... (how many depends on the clock).
-      {"approximate", lesmis, {"-t", "0.0000001"}, ""},
-      {"intensity", lesmis, {"-w", "0", "-I", "2", "-k", "4"}, "-w-th2.000000"},
-      // Awkward names and summed weights.
+  ASSERT_FALSE(lesmis.empty()) << VARNEL_TEST_DATA;
+  // The name, the links, then the switches of each run.
+  const std::vector<std::vector<std::string>> runs = {
+      {"les", lesmis},
+      // A time limit below the clock's resolution leaves approximate cliques and communities.
+      {"approximate", lesmis, "-t", "0.0000001"},
+      {"intensity", lesmis, "-w", "0", "-I", "2", "-k", "4"},
+      // Awkward names (one of them Latin-1, not UTF-8) and summed weights.
       {"awkward",
-       "a b 0.5\nb a 0.25\na c 2\nb c 1\nc d 3e6\nc R&D 1\nd R&D 1\n"
-       "x\"y d 1\nx\"y R&D 1\nx\"y c 1\ncaf\xE9 <q> 4\n<q> it's 1\n",
-       {"-w", "0"},
-       ""},
-      {"directed", "a b\nb c\na c\nb a\nc d\nb d\na d\nd e\n", {"-D"}, ""},
+       "a b 0.5\nb a 0.25\na c 2\nb c 1\nc d 3e6\nc R&D 1\nd R&D 1\nx\"y d 1\nx\"y R&D 1\n"
+       "x\"y c 1\ncaf\xE9 <q> 4\n<q> it's 1\nx,y c 1\nx,y d 1\n",
+       "-w", "0"},
+      {"directed", "a b\nb c\na c\nb a\nc d\nb d\na d\nd e\n", "-D"},
   };
   testing::Test_dir dir;
-  for (const Case& c : cases) {
-    if (c.links.empty()) continue;  // no shared data; skipped below
-    SCOPED_TRACE(c.name);
-    testing::Write_file(dir / (c.name + ".links"), c.links);
-    std::vector<std::string> args = {"-i", dir / (c.name + ".links"), "-o", dir / c.name};
-    args.insert(args.end(), c.switches.begin(), c.switches.end());
-    const ProcessResult run = Run_program(dir, VARNEL_BINARY, args);
-    ASSERT_EQ(run.status, 0) << run.err;
-    const std::string results = dir / (c.name + c.results_suffix);
-    const std::string graphml = dir / (c.name + ".graphml");
-    const std::string json = dir / (c.name + ".json");
-    for (const auto& [format, file] : {std::pair{"graphml", graphml}, std::pair{"json", json}}) {
-      const ProcessResult exported = testing::Run_export(dir, {results, "-f", format, "-o", file});
+  for (const std::vector<std::string>& run : runs) {
+    const std::string& name = run[0];
+    SCOPED_TRACE(name);
+    testing::Make_results(dir, name, run[1], {run.begin() + 2, run.end()});
+    // An intensity run appends its threshold to the name of the results directory.
+    const std::string results = dir / (name + (name == "intensity" ? "-w-th2.000000" : ""));
+    std::vector<std::string> files;
+    for (const std::string format : {"graphml", "json", "csv", "svg"}) {
+      files.push_back(dir / (name + "." + format));
+      const testing::ProcessResult exported =
+          testing::Run_export(dir, {results, "-f", format, "-o", files.back()});
       ASSERT_EQ(exported.status, 0) << exported.err;
     }
-    const ProcessResult check = Run_program(dir, Python(), {script, results, graphml, json});
+    const testing::ProcessResult check =
+        testing::Run_program(dir.path(), Python(), {script, results, files[0], files[1], files[2]});
     EXPECT_EQ(check.status, 0) << check.out << check.err;
+    EXPECT_EQ(testing::Python_xml_fault(testing::Read_file(files[3])), "");
   }
-  ASSERT_FALSE(lesmis.empty()) << VARNEL_TEST_DATA;
 }
 
 }  // namespace
