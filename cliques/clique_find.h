@@ -28,43 +28,12 @@ namespace Clique_find_sub_routines {
 using KnownCliques = std::vector<NodeList>;
 using kcp::NodeCliqueMap;
 
-// Known for the node of `record`: its incremental neighbour sets, each with the node put back in.
-KnownCliques Known_cliques_of(const Vtx& record);
 // Known for node v: the registered cliques that hold it, in registration order.
 KnownCliques Known_cliques_of(const NodeIndex& v, const CliqueList& cliques,
                               const NodeCliqueMap& node_cliques);
 
-// Finds and registers the cliques that hold v among the nodes left in `working`, then unlinks v
-// there (the caller erases it).
-void Clique_find_main_inv(const NodeIndex& v, VtxMap& working, VtxMap& vertices,
-                          CliqueList& cliques, OverlapMatrix& overlaps,
-                          NodeCliqueMap& node_cliques);
-
-// Extends the partial clique C (ascending) by x with the candidates P (ascending, larger than x
-// in the search order), depth first, registering every maximal clique that no known one holds.
-// X holds the nodes outside C, x and P that are linked to every member of C (processed before v
-// or passed over earlier); a branch whose every clique one of them could join is not entered,
-// since none of its cliques is maximal. The walk runs on an explicit stack, so its depth is
-// bounded by memory alone.
-void Recurrent_inc_investigator(const NodeIndex& x, const VtxMap& working, VtxMap& vertices,
-                                NodeList C, std::span<const NodeIndex> P,
-                                std::span<const NodeIndex> X, CliqueList& cliques,
-                                KnownCliques& known, const NodeIndex& v, OverlapMatrix& overlaps,
-                                NodeCliqueMap& node_cliques);
-
-// True when a node of X is linked, in `vertices`, to every node of T.
-bool Dominated(std::span<const NodeIndex> X, std::span<const NodeIndex> T, const VtxMap& vertices);
-
 // (A ∩ B) \ C.
-NodeSet Tighten(const NodeSet& A, const NodeSet& B, const NodeSet& C);
 NodeList Tighten(const NodeSet& A, std::span<const NodeIndex> B, std::span<const NodeIndex> C);
-
-// False when S is a subset (equal included) of a set in `sets`; true otherwise and for none.
-bool Mehet_tovabb(const std::vector<NodeSet>& sets, const NodeSet& S);
-bool Mehet_tovabb(const KnownCliques& sets, std::span<const NodeIndex> S);
-// The same for S = A ∪ B, where A and B are ascending and disjoint.
-bool Mehet_tovabb(const KnownCliques& sets, std::span<const NodeIndex> A,
-                  std::span<const NodeIndex> B);
 
 // Appends to every member of K (ascending) one incremental neighbour set holding the others.
 template <typename VertexMap, typename Members>

@@ -100,9 +100,6 @@ void Register_pending_in(const PendingCliques& pending, CliqueList& cliques, Ver
 
 }  // namespace
 
-Indexed_known::Indexed_known(const Vtx& record)
-    : cliques(Clique_find_sub_routines::Known_cliques_of(record)) {}
-
 Indexed_known::Indexed_known(KnownCliques known) : cliques(std::move(known)) {}
 
 void Indexed_known::Add(NodeList clique) {

@@ -71,12 +71,10 @@ using PendingCliques = std::set<NodeList>;
 // by anyone are indexed at the next query.
 class Indexed_known {
  public:
-  // The cliques already registered for the node of `record`, each with the node put back in.
-  explicit Indexed_known(const Vtx& record);
   // The cliques already registered for the node, as ascending lists holding it.
   explicit Indexed_known(KnownCliques known);
   void Add(NodeList clique);
-  // Mehet_tovabb(cliques, A ∪ B) for ascending, disjoint A and B.
+  // False when a known clique holds A ∪ B (ascending and disjoint), else true.
   bool Mehet_tovabb(std::span<const NodeIndex> A, std::span<const NodeIndex> B = {});
   std::size_t size() const { return cliques.size(); }
 

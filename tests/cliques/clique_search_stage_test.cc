@@ -45,29 +45,6 @@ Stage_result Run_stage(const IndexLinkMap& links, const bool& time_limited, cons
 
 const std::string kApproximationStart = " Approximating cliques in the remaing core...";
 
-TEST(CliqueSearchStage, ExactAndGenerousTimedSearchesAgreeAndApproximateNothing) {
-  // Two complete graphs on four nodes sharing node 4, and a triangle hanging off node 7; a path.
-  for (const char* text :
-       {"1-2 1-3 1-4 2-3 2-4 3-4 4-5 4-6 4-7 5-6 5-7 6-7 7-8 7-9 8-9", "1-2 2-3"}) {
-    for (const bool directed : {false, true}) {
-      SCOPED_TRACE(std::string(text) + (directed ? " directed" : ""));
-      const Stage_result exact = Run_stage(testing::Links(text), false, directed, 0.0);
-      // The real processor clock, with a limit no node of these graphs can reach.
-      const Stage_result timed = Run_stage(testing::Links(text), true, directed, 1000.0);
-      EXPECT_EQ(timed.cliques, exact.cliques);
-      EXPECT_EQ(timed.overlaps.rows, exact.overlaps.rows);
-      EXPECT_EQ(exact.cliques.size(), std::string(text).size() > 10 ? 3u : 0u);
-      EXPECT_EQ(exact.n_exact, exact.cliques.size());
-      EXPECT_EQ(timed.n_exact, exact.cliques.size());
-      EXPECT_EQ(exact.printed.find("max. allowed"), std::string::npos);
-      EXPECT_NE(timed.printed.find(directed ? " found.\nno approximation was needed.\n"
-                                            : " found.\n no approximation was needed\n"),
-                std::string::npos);
-      EXPECT_EQ(timed.printed.find(kApproximationStart), std::string::npos);
-    }
-  }
-}
-
 // A complete graph on 1-4 that every attempt finds too slow, and the triangle 4-5-6, found from 5
 // without any clock check.
 const std::vector<OverlapRow> kCoreRows{

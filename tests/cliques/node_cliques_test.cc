@@ -1,50 +1,36 @@
 // The pivoting search must register exactly what the depth-first search registers, in the same
 // order. The time-limited search with a limit never reached runs the depth-first search literally,
-// so the two are compared clique by clique, with their overlaps and incremental neighbour sets.
+// so the two are compared clique by clique, with their overlaps.
 #include "cliques/node_cliques.h"
 
+#include <gtest/gtest.h>
+
 #include <ctime>
-#include <iostream>
-#include <sstream>
 
 #include "cliques/clique_find.h"
 #include "cliques/clique_find_time.h"
-#include "gtest/gtest.h"
+#include "tests/cli/cout_capture.h"
 #include "tests/support/random_graph.h"
 #include "tests/support/search_helpers.h"
 
 namespace kcp {
 namespace {
 
-struct Search_result {
-  CliqueList cliques;
-  OverlapMatrix overlaps;
-  VtxMap vertices;
-};
-
-// Runs a search with standard output silenced.
-template <typename Search>
-Search_result Run(const IndexLinkMap& links, Search search) {
-  Search_result result;
-  result.overlaps.min_shared = 1;
-  Vtx_map_from_link_map(result.vertices, links);
-  std::ostringstream sink;
-  auto* old = std::cout.rdbuf(sink.rdbuf());
-  search(result);
-  std::cout.rdbuf(old);
-  return result;
-}
-
 void Expect_same_registration(const IndexLinkMap& links) {
-  const Search_result fast =
-      Run(links, [](Search_result& r) { Clique_find(r.cliques, r.overlaps, r.vertices); });
-  const Search_result literal = Run(links, [](Search_result& r) {
-    VtxMap core;
-    Clique_find_part_time(r.cliques, r.overlaps, r.vertices, core, 1e30,
-                          [] { return std::clock_t{0}; });
-  });
-  ASSERT_EQ(fast.cliques, literal.cliques);
-  ASSERT_EQ(fast.overlaps.rows, literal.overlaps.rows);
+  CliqueList fast;
+  CliqueList literal;
+  OverlapMatrix fast_overlaps;
+  OverlapMatrix literal_overlaps;
+  VtxMap vertices;
+  VtxMap core;
+  testing::Cout_capture quiet;
+  Vtx_map_from_link_map(vertices, links);
+  Clique_find(fast, fast_overlaps, vertices);
+  Vtx_map_from_link_map(vertices, links);
+  Clique_find_part_time(literal, literal_overlaps, vertices, core, 1e30,
+                        [] { return std::clock_t{0}; });
+  ASSERT_EQ(fast, literal);
+  ASSERT_EQ(fast_overlaps.rows, literal_overlaps.rows);
 }
 
 TEST(NodeCliques, RegistersLikeTheDepthFirstSearchOnRandomGraphs) {
@@ -68,15 +54,13 @@ TEST(NodeCliques, RegistersLikeTheDepthFirstSearchAroundDenseBlocks) {
 }
 
 TEST(NodeCliques, OrdersTheCliquesOfANodeByTheirOtherMembers) {
-  // Node 1 searched with every neighbour unprocessed:
-  // its cliques {1,2,5}, {1,3,4} and {1,2,3} come as the paths 2-3, 2-5, 3-4.
-  const IndexLinkMap links{{{1, 2}, 0}, {{1, 3}, 0}, {{1, 4}, 0}, {{1, 5}, 0}, {{2, 3}, 0},
-                           {{2, 5}, 0}, {{3, 4}, 0}, {{2, 6}, 0}, {{3, 6}, 0}, {{4, 6}, 0},
-                           {{5, 6}, 0}, {{4, 7}, 0}, {{5, 7}, 0}, {{6, 7}, 0}};
+  // Node 1 searched with every neighbour unprocessed: its cliques {1,2,5}, {1,3,4} and {1,2,3}
+  // come as the paths 2-3, 2-5, 3-4.
   VtxMap vertices;
-  Vtx_map_from_link_map(vertices, links);
-  const std::vector<NodeList> expected{{1, 2, 3}, {1, 2, 5}, {1, 3, 4}};
-  EXPECT_EQ(Node_cliques_in_order(1, vertices, vertices, CliqueList{}, NodeCliqueMap{}), expected);
+  Vtx_map_from_link_map(vertices,
+                        testing::Links("1-2 1-3 1-4 1-5 2-3 2-5 3-4 2-6 3-6 4-6 5-6 4-7 5-7 6-7"));
+  EXPECT_EQ(Node_cliques_in_order(1, vertices, vertices, CliqueList{}, NodeCliqueMap{}),
+            (std::vector<NodeList>{{1, 2, 3}, {1, 2, 5}, {1, 3, 4}}));
 }
 
 }  // namespace

@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <bit>
+#include <cmath>
 #include <cstdint>
 #include <iterator>
 #include <map>
+#include <numeric>
 #include <stdexcept>
 #include <utility>
 #include <vector>
@@ -13,11 +15,12 @@ namespace kcp::testing {
 
 namespace {
 
-// The nodes of the links, ascending, and each node's out-links as a bit mask over their
+// The nodes of the links, ascending; each node's out-links and links as bit masks over their
 // positions.
 struct Bit_graph {
   std::vector<NodeIndex> nodes;
   std::vector<std::uint32_t> out;
+  std::vector<std::uint32_t> adjacent;
 };
 
 Bit_graph Make_bit_graph(const IndexLinkMap& links) {
@@ -33,8 +36,13 @@ Bit_graph Make_bit_graph(const IndexLinkMap& links) {
     graph.nodes.push_back(node);
   }
   graph.out.assign(graph.nodes.size(), 0);
+  graph.adjacent.assign(graph.nodes.size(), 0);
   for (const auto& [link, weight] : links) {
-    graph.out[position[link.first]] |= 1u << position[link.second];
+    const std::size_t a = position[link.first];
+    const std::size_t b = position[link.second];
+    graph.out[a] |= 1u << b;
+    graph.adjacent[a] |= 1u << b;
+    graph.adjacent[b] |= 1u << a;
   }
   return graph;
 }
@@ -45,6 +53,24 @@ NodeList Members(const Bit_graph& graph, std::uint32_t mask) {
     if ((mask >> i) & 1u) members.push_back(graph.nodes[i]);
   }
   return members;
+}
+
+bool Is_clique(const Bit_graph& graph, std::uint32_t mask) {
+  for (std::size_t i = 0; i < graph.nodes.size(); ++i) {
+    if (((mask >> i) & 1u) && (mask & ~(graph.adjacent[i] | (1u << i))) != 0) return false;
+  }
+  return true;
+}
+
+bool Intense(const NodeList& nodes, const IndexLinkMap& links, const double& intensity) {
+  double sum = 0;
+  for (std::size_t a = 0; a < nodes.size(); ++a) {
+    for (std::size_t b = a + 1; b < nodes.size(); ++b) {
+      const auto link = links.find({nodes[a], nodes[b]});
+      sum += std::log(link != links.end() ? link->second : links.at({nodes[b], nodes[a]}));
+    }
+  }
+  return sum > std::log(std::pow(intensity, nodes.size() * (nodes.size() - 1) / 2.0));
 }
 
 template <typename IsClique>
@@ -65,26 +91,12 @@ std::set<NodeList> Maximal_sets(const Bit_graph& graph, const IsClique& is_cliqu
 }  // namespace
 
 std::set<NodeList> Brute_maximal_cliques(const IndexLinkMap& links) {
-  Bit_graph graph = Make_bit_graph(links);
-  std::vector<std::uint32_t> adjacent(graph.nodes.size(), 0);
-  for (std::size_t i = 0; i < graph.nodes.size(); ++i) {
-    for (std::size_t j = 0; j < graph.nodes.size(); ++j) {
-      if ((graph.out[i] >> j) & 1u) {
-        adjacent[i] |= 1u << j;
-        adjacent[j] |= 1u << i;
-      }
-    }
-  }
-  return Maximal_sets(graph, [&](std::uint32_t mask) {
-    for (std::size_t i = 0; i < graph.nodes.size(); ++i) {
-      if (((mask >> i) & 1u) && (mask & ~(adjacent[i] | (1u << i))) != 0) return false;
-    }
-    return true;
-  });
+  const Bit_graph graph = Make_bit_graph(links);
+  return Maximal_sets(graph, [&](std::uint32_t mask) { return Is_clique(graph, mask); });
 }
 
 std::set<NodeList> Brute_directed_cliques(const IndexLinkMap& links) {
-  Bit_graph graph = Make_bit_graph(links);
+  const Bit_graph graph = Make_bit_graph(links);
   // A set can be ordered exactly when it keeps having a member that links to all the others:
   // that member goes first, and what is left must be orderable again.
   return Maximal_sets(graph, [&](std::uint32_t mask) {
@@ -104,219 +116,42 @@ std::set<NodeList> Brute_directed_cliques(const IndexLinkMap& links) {
   });
 }
 
-}  // namespace kcp::testing
-
-namespace kcp::testing {
-
-namespace {
-
-using Adjacency = std::map<NodeIndex, NodeSet>;
-
-bool Inside_a_known(const std::vector<NodeSet>& known, const NodeSet& S) {
-  for (const NodeSet& k : known) {
-    if (std::includes(k.begin(), k.end(), S.begin(), S.end())) return true;
+std::set<NodeList> Brute_k_cliques(const IndexLinkMap& links, const std::uint32_t& k,
+                                   const double& intensity) {
+  const Bit_graph graph = Make_bit_graph(links);
+  std::set<NodeList> k_cliques;
+  for (std::uint32_t mask = 0; mask < (1u << graph.nodes.size()); ++mask) {
+    if (static_cast<std::uint32_t>(std::popcount(mask)) != k || !Is_clique(graph, mask)) continue;
+    if (Intense(Members(graph, mask), links, intensity)) k_cliques.insert(Members(graph, mask));
   }
-  return false;
+  return k_cliques;
 }
 
-NodeSet Common(const NodeSet& a, const NodeSet& b) {
-  NodeSet result;
-  std::set_intersection(a.begin(), a.end(), b.begin(), b.end(),
-                        std::inserter(result, result.end()));
-  return result;
-}
-
-std::vector<NodeIndex> Order_by_degree(const Adjacency& neighs) {
-  std::vector<std::pair<std::size_t, NodeIndex>> keyed;
-  for (const auto& [node, set] : neighs) keyed.emplace_back(set.size(), node);
-  std::sort(keyed.begin(), keyed.end());
-  std::vector<NodeIndex> order;
-  for (const auto& [degree, node] : keyed) order.push_back(node);
-  return order;
-}
-
-struct Undirected_walk {
-  Adjacency working;
-  std::map<NodeIndex, std::vector<NodeSet>> holding;  // cliques holding each node
-  CliqueList result;
-  std::vector<NodeSet> known;
-
-  void Register(const NodeSet& clique) {
-    result.emplace_back(clique.begin(), clique.end());
-    for (const NodeIndex m : clique) holding[m].push_back(clique);
-    known.push_back(clique);
-  }
-
-  void Extend(const NodeIndex& x, NodeSet C, const NodeSet& P) {
-    NodeSet T = Common(working[x], P);
-    for (const NodeIndex c : C) T.erase(c);
-    C.insert(x);
-    if (T.empty()) {
-      if (!Inside_a_known(known, C)) Register(C);
-      return;
-    }
-    NodeSet reach = T;
-    reach.insert(C.begin(), C.end());
-    if (Inside_a_known(known, reach)) return;
-    while (!T.empty()) {
-      const NodeIndex y = *T.begin();
-      T.erase(T.begin());
-      Extend(y, C, T);
+std::set<NodeList> Brute_k_clique_communities(const IndexLinkMap& links, const std::uint32_t& k,
+                                              const double& intensity) {
+  const std::set<NodeList> found = Brute_k_cliques(links, k, intensity);
+  const std::vector<NodeList> k_cliques(found.begin(), found.end());
+  std::vector<std::size_t> root(k_cliques.size());
+  std::iota(root.begin(), root.end(), 0);
+  const auto find = [&](std::size_t x) {
+    while (root[x] != x) x = root[x] = root[root[x]];
+    return x;
+  };
+  for (std::size_t a = 0; a < k_cliques.size(); ++a) {
+    for (std::size_t b = a + 1; b < k_cliques.size(); ++b) {
+      NodeList shared;
+      std::set_intersection(k_cliques[a].begin(), k_cliques[a].end(), k_cliques[b].begin(),
+                            k_cliques[b].end(), std::back_inserter(shared));
+      if (shared.size() + 1 == k && Intense(shared, links, intensity)) root[find(a)] = find(b);
     }
   }
-
-  void Node(const NodeIndex& v) {
-    const NodeSet N = working[v];
-    known = holding[v];
-    NodeSet P = N;
-    while (P.size() > 1) {
-      const NodeIndex w = *P.begin();
-      const NodeSet C{v, w};
-      NodeSet T = Common(working[w], P);
-      T.erase(v);
-      T.erase(w);
-      P.erase(w);
-      NodeSet reach = T;
-      reach.insert(C.begin(), C.end());
-      if (Inside_a_known(known, reach)) continue;
-      while (!T.empty()) {
-        const NodeIndex x = *T.begin();
-        T.erase(T.begin());
-        Extend(x, C, T);
-      }
-    }
-    for (const NodeIndex n : N) {
-      working[v].erase(n);
-      working[n].erase(v);
-    }
-    working.erase(v);
+  std::map<std::size_t, NodeSet> unions;
+  for (std::size_t a = 0; a < k_cliques.size(); ++a) {
+    unions[find(a)].insert(k_cliques[a].begin(), k_cliques[a].end());
   }
-};
-
-struct Gap_set {
-  NodeIndex label;
-  NodeSet candidates;
-};
-using Gaps = std::vector<Gap_set>;
-
-struct Directed_walk {
-  Adjacency outs;
-  Adjacency ins;
-  std::map<NodeIndex, std::vector<NodeSet>> holding;
-  CliqueList result;
-  std::vector<NodeSet> known;
-  std::map<std::uint32_t, NodeSet> found;
-
-  Gaps Insert(const Gaps& gaps, const std::size_t& at, const NodeIndex& x) {
-    Gaps next;
-    for (std::size_t i = 0; i < at; ++i) {
-      next.push_back({gaps[i].label, Common(gaps[i].candidates, ins[x])});
-    }
-    next.push_back({x, Common(gaps[at].candidates, ins[x])});
-    for (std::size_t i = at; i < gaps.size(); ++i) {
-      next.push_back({gaps[i].label, Common(gaps[i].candidates, outs[x])});
-    }
-    return next;
-  }
-
-  static NodeSet Reach(const Gaps& gaps) {
-    NodeSet S;
-    for (const Gap_set& gap : gaps) {
-      S.insert(gap.label);
-      S.insert(gap.candidates.begin(), gap.candidates.end());
-    }
-    return S;
-  }
-
-  void Record(const Gaps& gaps) {
-    NodeSet K;
-    for (std::size_t i = 0; i + 1 < gaps.size(); ++i) K.insert(gaps[i].label);
-    known.push_back(K);
-    std::uint32_t last = 0;
-    std::vector<std::uint32_t> inside;
-    for (const auto& [key, set] : found) {
-      last = key;
-      if (std::includes(K.begin(), K.end(), set.begin(), set.end())) inside.push_back(key);
-    }
-    for (const std::uint32_t key : inside) found.erase(key);
-    found[last + 1] = K;
-  }
-
-  void Try_all(Gaps& gaps) {
-    for (std::size_t f = 0; f < gaps.size(); ++f) {
-      while (!gaps[f].candidates.empty()) {
-        const NodeIndex y = *gaps[f].candidates.begin();
-        Gaps next = Insert(gaps, f, y);
-        gaps[f].candidates.erase(y);
-        Extend(next);
-      }
-    }
-  }
-
-  void Extend(Gaps& gaps) {
-    if (Inside_a_known(known, Reach(gaps))) return;
-    bool more = false;
-    for (const Gap_set& gap : gaps) more = more || !gap.candidates.empty();
-    if (!more) {
-      Record(gaps);
-      return;
-    }
-    Try_all(gaps);
-  }
-
-  void Node(const NodeIndex& v) {
-    known = holding[v];
-    found.clear();
-    Gaps L{{v, ins[v]}, {v, outs[v]}};
-    for (std::size_t e = 0; e < L.size(); ++e) {
-      while (!L[e].candidates.empty()) {
-        const NodeIndex w = *L[e].candidates.begin();
-        Gaps R = Insert(L, e, w);
-        L[e].candidates.erase(w);
-        if (Inside_a_known(known, Reach(R))) continue;
-        Try_all(R);
-      }
-    }
-    for (const auto& [key, clique] : found) {
-      result.emplace_back(clique.begin(), clique.end());
-      for (const NodeIndex m : clique) holding[m].push_back(clique);
-    }
-    NodeSet N = outs[v];
-    N.insert(ins[v].begin(), ins[v].end());
-    for (const NodeIndex n : N) {
-      outs[n].erase(v);
-      ins[n].erase(v);
-    }
-    outs.erase(v);
-    ins.erase(v);
-  }
-};
-
-}  // namespace
-
-CliqueList Plain_clique_walk(const IndexLinkMap& links) {
-  Undirected_walk walk;
-  for (const auto& [link, weight] : links) {
-    walk.working[link.first].insert(link.second);
-    walk.working[link.second].insert(link.first);
-  }
-  for (const NodeIndex v : Order_by_degree(walk.working)) walk.Node(v);
-  return walk.result;
-}
-
-CliqueList Plain_directed_clique_walk(const IndexLinkMap& links) {
-  Directed_walk walk;
-  Adjacency neighs;
-  for (const auto& [link, weight] : links) {
-    walk.outs[link.first].insert(link.second);
-    walk.ins[link.second].insert(link.first);
-    walk.outs[link.second];
-    walk.ins[link.first];
-    neighs[link.first].insert(link.second);
-    neighs[link.second].insert(link.first);
-  }
-  for (const NodeIndex v : Order_by_degree(neighs)) walk.Node(v);
-  return walk.result;
+  std::set<NodeList> communities;
+  for (const auto& [at, nodes] : unions) communities.emplace(nodes.begin(), nodes.end());
+  return communities;
 }
 
 }  // namespace kcp::testing

@@ -1,32 +1,32 @@
-// Reference results for the clique searches. The brute-force lists try every node subset, for
-// graphs of at most 20 nodes (more throws std::invalid_argument), and are sets of ascending node
-// lists, so they compare with a search's output regardless of its order. The plain walks follow
-// the searches' registration rules step by step, recursively and without any shortcut, and give
-// the cliques in the order the searches must number them; they are meant for small graphs.
+// Reference results for the clique searches and the communities. The brute-force lists try every
+// node subset, for graphs of at most 20 nodes (more throws std::invalid_argument), and are sets of
+// ascending node lists, so they compare with a program's output regardless of its order. A key
+// (i, j) links i and j whatever its direction, except for the directed cliques, where it is a
+// link from i to j.
 #pragma once
 
+#include <cstdint>
 #include <set>
 
 #include "core/types.h"
 
 namespace kcp::testing {
 
-// Maximal cliques of three or more nodes; a key (i, j) links i and j whatever its direction.
+// Maximal cliques of three or more nodes.
 std::set<NodeList> Brute_maximal_cliques(const IndexLinkMap& links);
 
 // Maximal directed cliques of three or more nodes: node sets whose members can be ordered so
-// that every earlier member links to every later one (the key (i, j) is a link from i to j), and
-// that no further node can join.
+// that every earlier member links to every later one, and that no further node can join.
 std::set<NodeList> Brute_directed_cliques(const IndexLinkMap& links);
 
-// Maximal cliques of the undirected graph in registration order: nodes by ascending degree, then
-// index; per node a depth-first walk over ascending candidates, pruned only by the cliques
-// already known to hold the node.
-CliqueList Plain_clique_walk(const IndexLinkMap& links);
+// Sets of k pairwise linked nodes whose links are intense enough: the sum of the logs of their
+// weights above log(pow(intensity, number of links)); every set passes at intensity 0.
+std::set<NodeList> Brute_k_cliques(const IndexLinkMap& links, const std::uint32_t& k,
+                                   const double& intensity = 0);
 
-// Maximal directed cliques in registration order: nodes by ascending number of distinct
-// neighbours, then index; per node a depth-first walk inserting candidates into the gaps of a
-// member sequence, finds kept by running key and registered in key order.
-CliqueList Plain_directed_clique_walk(const IndexLinkMap& links);
+// Unions of the k-cliques of one component of the graph whose nodes are the k-cliques and whose
+// links join k-cliques sharing k - 1 nodes (that are themselves intense enough).
+std::set<NodeList> Brute_k_clique_communities(const IndexLinkMap& links, const std::uint32_t& k,
+                                              const double& intensity = 0);
 
 }  // namespace kcp::testing

@@ -1,27 +1,23 @@
-// Small builders and text helpers shared by the clique and community tests: link maps written as
-// pairs, overlap rows written as (clique, shared) pairs, the underlined progress block the
-// searches print, and a filter for the console lines that start with given words.
+// Small builders and text helpers shared by the clique tests: link maps written as "a-b" words,
+// the underlined progress block the searches print, a filter for the console lines that start
+// with given words, and the scripted clocks of the time-limited searches.
 #pragma once
 
+#include <ctime>
 #include <initializer_list>
+#include <memory>
+#include <random>
+#include <set>
 #include <sstream>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "core/types.h"
 
 namespace kcp::testing {
 
-// Each pair (a, b) becomes the key (a, b) with weight 1, as written.
-inline IndexLinkMap Links(std::initializer_list<std::pair<NodeIndex, NodeIndex>> pairs) {
-  IndexLinkMap links;
-  for (const auto& [a, b] : pairs) links[{a, b}] = 1.0;
-  return links;
-}
-
-// The same from a text of "a-b" words separated by blanks: "1-2 2-3 1-3".
-inline IndexLinkMap Parse_links(const std::string& text) {
+// "1-2 2-3 1-3": each word a-b becomes the key (a, b) with weight 1.
+inline IndexLinkMap Links(const std::string& text) {
   IndexLinkMap links;
   std::istringstream in(text);
   NodeIndex a = 0;
@@ -38,12 +34,6 @@ inline void Both_ways(IndexLinkMap& links, std::initializer_list<NodeIndex> node
       if (a != b) links[{a, b}] = 1.0;
     }
   }
-}
-
-inline OverlapRow Row(std::initializer_list<std::pair<std::uint32_t, std::uint32_t>> entries) {
-  OverlapRow row;
-  for (const auto& [clique, shared] : entries) row.push_back(Overlap{clique, shared});
-  return row;
 }
 
 // A header underlined by as many underscores as it is long, then the count line.
@@ -66,6 +56,49 @@ inline std::vector<std::string> Lines_starting(const std::string& text,
 // The last `size` characters of `text`, or all of it when shorter.
 inline std::string Tail(const std::string& text, const std::size_t& size) {
   return text.size() <= size ? text : text.substr(text.size() - size);
+}
+
+// Readings of the clocks below, shared by the copies the searches make of them.
+struct Reading_count {
+  int processor = 0;
+  int monotonic = 0;
+};
+
+// A processor clock that gains one second at every reading except the listed ones (counted from
+// 1), where it stands still: against a limit below a second every check after a node's start
+// exceeds it unless the check is a listed reading.
+inline auto Racing_clock(const std::shared_ptr<Reading_count>& count, std::set<int> still = {}) {
+  auto ticks = std::make_shared<std::clock_t>(0);
+  return [=] {
+    if (still.count(++count->processor) == 0) *ticks += 1000000;
+    return *ticks;
+  };
+}
+
+// A processor clock that gains a whole second at a random half of its readings (seeded), so
+// against a limit of 0.5 s some checks find it exceeded and others do not.
+inline auto Dice_clock(const std::uint32_t& seed, const std::shared_ptr<Reading_count>& count) {
+  auto ticks = std::make_shared<std::clock_t>(0);
+  auto random = std::make_shared<std::mt19937>(seed);
+  return [=] {
+    ++count->processor;
+    if ((*random)() % 2 == 0) *ticks += 1000000;
+    return *ticks;
+  };
+}
+
+// A processor clock that never moves.
+inline auto Stopped_clock(const std::shared_ptr<Reading_count>& count) {
+  return [=] {
+    ++count->processor;
+    return std::clock_t{4000000};
+  };
+}
+
+// A monotonic clock that jumps by 10^6 s at every reading (it never rules a check out), or that
+// stands still (it rules every check out).
+inline auto Monotonic_clock(const std::shared_ptr<Reading_count>& count, const bool& jumping) {
+  return [=] { return jumping ? 1e6 * ++count->monotonic : (++count->monotonic, 5.0); };
 }
 
 }  // namespace kcp::testing
