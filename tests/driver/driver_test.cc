@@ -2,21 +2,13 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
-
 namespace kcp {
 namespace {
 
-TEST(OutOfMemoryMessage, NetworkStageNamesTheStageAndBlamesTheNetworkSize) {
-  EXPECT_EQ(Out_of_memory_message({"searching the cliques", true}),
-            "ERROR: out of memory while searching the cliques; the network is too large for "
-            "this machine's memory.");
+TEST(OutOfMemoryMessage, NamesTheStageAndBlamesTheNetworkSizeOnlyForANetworkStage) {
   EXPECT_EQ(Out_of_memory_message({"extracting the communities at k=4", true}),
             "ERROR: out of memory while extracting the communities at k=4; the network is too "
             "large for this machine's memory.");
-}
-
-TEST(OutOfMemoryMessage, OtherStageNamesOnlyTheStage) {
   EXPECT_EQ(Out_of_memory_message({"preparing the results directory", false}),
             "ERROR: out of memory while preparing the results directory.");
   EXPECT_EQ(Out_of_memory_message(RunStage{}), "ERROR: out of memory while starting.");

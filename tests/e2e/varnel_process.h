@@ -25,38 +25,33 @@ struct Run_result {
 // its standard output kept beside the working directory while it runs.
 inline Run_result Run_binary(const std::string& workdir, const std::vector<std::string>& args,
                              const std::vector<std::pair<std::string, std::string>>& environment) {
-  const std::string out_path =
-      workdir + "/../" + std::filesystem::path(workdir).filename().string() + ".out";
-  pid_t pid = fork();
+  const std::filesystem::path work(workdir);
+  const std::string out_path = work.parent_path() / (work.filename().string() + ".out");
+  std::vector<std::string> copies = args;
+  copies.insert(copies.begin(), "varnel");
+  std::vector<char*> argv;
+  for (auto& a : copies) argv.push_back(a.data());
+  argv.push_back(nullptr);
+  const pid_t pid = fork();
   if (pid == 0) {
-    if (chdir(workdir.c_str()) != 0) _exit(127);
-    for (const auto& [name, value] : environment) {
-      if (setenv(name.c_str(), value.c_str(), 1) != 0) _exit(127);
-    }
-    int out = open(out_path.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
-    int in = open("/dev/null", O_RDONLY);
-    if (out < 0 || in < 0) _exit(127);
+    for (const auto& [name, value] : environment) setenv(name.c_str(), value.c_str(), 1);
+    const int out = open(out_path.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
+    const int in = open("/dev/null", O_RDONLY);
+    if (chdir(workdir.c_str()) != 0 || out < 0 || in < 0) _exit(127);
     dup2(out, 1);
     dup2(in, 0);
-    std::vector<char*> argv;
-    std::string program = "varnel";
-    argv.push_back(program.data());
-    std::vector<std::string> copies = args;
-    for (auto& a : copies) argv.push_back(a.data());
-    argv.push_back(nullptr);
     execv(VARNEL_BINARY, argv.data());
     _exit(127);
   }
-  Run_result result;
   int status = 0;
   waitpid(pid, &status, 0);
-  result.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-  result.out = Read_file(out_path);
+  const Run_result result{WIFEXITED(status) ? WEXITSTATUS(status) : -1, Read_file(out_path)};
   std::filesystem::remove(out_path);
   return result;
 }
 
-// Relative path -> content ("/" for a directory) of every entry below root.
+// Relative path -> content ("/" for a directory, "-> target" for a link) of every entry below
+// root.
 inline std::map<std::string, std::string> Tree(const std::filesystem::path& root) {
   std::map<std::string, std::string> tree;
   if (!std::filesystem::exists(root)) return tree;
