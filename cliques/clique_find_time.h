@@ -3,7 +3,9 @@
 // back of the queue with its links kept, and its partial cliques wait in a pending set. The search
 // ends when the queue empties or every node left was given up in a row; those nodes, with the
 // links among them, are returned as the core. Cliques and overlaps are as in Clique_find, with
-// the pending cliques that no found clique holds registered last when a core remains.
+// the pending cliques that no found clique holds registered last when a core remains. Its
+// depth-first walk is the literal search that fixes the order of the cliques; Clique_find's
+// pivoting search (node_cliques.h) is the fast path that must reproduce it.
 #pragma once
 
 #include <cstdint>

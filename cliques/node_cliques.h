@@ -1,10 +1,11 @@
-// The cliques the exact undirected search registers for one node, found the fast way. The
-// depth-first search registers, for node v, exactly the maximal cliques of three or more nodes
-// among v and its unprocessed neighbours that no processed neighbour of v could join (any such
-// clique lies inside one registered earlier), in the lexicographic order of their other members.
-// Node_cliques_in_order finds that same list with a pivoting search over bitsets and sorts it, so
-// registration numbers stay those of the depth-first search while dense neighbourhoods no
-// longer cost time exponential in their size.
+// The cliques the exact undirected search registers for one node, found the fast way. The order
+// is fixed by the depth-first walk of the time-limited search (Recurrent_tp_investigator, which
+// with a limit never reached is the literal search); it registers, for node v, exactly the maximal
+// cliques of three or more nodes among v and its unprocessed neighbours that no processed neighbour
+// of v could join (any such clique lies inside one registered earlier), in the lexicographic order
+// of their other members. Node_cliques_in_order finds that same list with a pivoting search over
+// bitsets and sorts it, so registration numbers stay those of the depth-first search while dense
+// neighbourhoods no longer cost time exponential in their size.
 #pragma once
 
 #include <cstdint>
