@@ -133,12 +133,15 @@ std::string Results_dir_path(const std::string& input_file, const bool& lower_fl
                              const std::uint32_t& digits, const bool& directed,
                              const bool& out_flag, const std::string& out_path,
                              const bool& intensity_flag, const double& intensity) {
-  std::string path = input_file + "_files";
-  if (lower_flag) path += "_" + double2string(lower, digits);
-  if (lower_flag || upper_flag) path += "_w";
-  if (upper_flag) path += "_" + double2string(upper, digits);
-  if (directed) path += "-d";
-  if (out_flag) path = out_path;
+  // -o replaces the whole derived name, which is then not built: with a large -d its threshold
+  // parts alone could take gigabytes.
+  std::string path = out_flag ? out_path : input_file + "_files";
+  if (!out_flag) {
+    if (lower_flag) path += "_" + double2string(lower, digits);
+    if (lower_flag || upper_flag) path += "_w";
+    if (upper_flag) path += "_" + double2string(upper, digits);
+    if (directed) path += "-d";
+  }
   // After the -o replacement on purpose: -o and -I together give the -o path with the suffix.
   if (intensity_flag) path += "-w-th" + double2string(intensity, digits);
   return path;

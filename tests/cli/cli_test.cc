@@ -162,6 +162,10 @@ TEST(ResultsDirPath, LengthIsThatOfThePathWithoutWritingIt) {
   EXPECT_EQ(Results_dir_path_length("net.txt", true, 0.0, false, 0, 4294967295u, false, false, "",
                                     false, 0),
             std::size_t{16} + 4294967295u + 2);
+  // -o replaces the derived name, so its thresholds at any count of decimals cost nothing.
+  EXPECT_EQ(
+      Results_dir_path("net.txt", true, 0.5, true, 5, 4294967295u, false, true, "res", false, 0),
+      "res");
 }
 
 TEST(ProcessInput, NameBeyondPathMaxFailsAsItsCreationWouldAfterTheLinksAreRead) {
