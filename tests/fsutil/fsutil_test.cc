@@ -20,6 +20,7 @@
 #include "fsutil/path_query.h"
 #include "fsutil/result_file.h"
 #include "tests/support/test_dir.h"
+#include "tests/support/thrown.h"
 
 namespace kcp {
 namespace {
@@ -53,17 +54,6 @@ class Console_session {
   std::streambuf* old_in_;
   std::streambuf* old_out_;
 };
-
-// The text of the Xerror_msg the action throws, or "no exception".
-template <typename Action>
-std::string Message_of(Action action) {
-  try {
-    action();
-  } catch (const Xerror_msg& e) {
-    return e.what();
-  }
-  return "no exception";
-}
 
 void Make(const std::string& root, const std::string& tree) {
   std::istringstream in(tree);
@@ -123,7 +113,7 @@ TEST(MakeDir, CreatesEveryMissingDirectoryWithMode0755AndNamesAFailedOne) {
   EXPECT_NO_THROW(Make_dir(""));
   EXPECT_EQ(Listing(dir.path()), "a/ a/b/ a/b/c/ a/b/keep.txt=kept p/ p/q/ x/ x/y/");
   const std::string too_long = dir / ("new/" + std::string(300, 'n') + "/z");
-  EXPECT_EQ(Message_of([&] { Make_dir(too_long); }),
+  EXPECT_EQ(testing::What<Xerror_msg>([&] { Make_dir(too_long); }),
             "ERROR: Make_dir() called with " + too_long + " and \npathname too long.");
   EXPECT_TRUE(fs::is_directory(dir / "new"));
   EXPECT_EQ(Make_dir_failure(std::string(4095, 'a'), 4095, ENOENT),
@@ -165,11 +155,11 @@ TEST(ListDir, EntriesInAlphasortOrderAndSubtreesReversedInFront) {
   ASSERT_EQ(mkfifo((dir / "r/pipe").c_str(), 0644), 0);
   EXPECT_EQ(Text(List_dir(dir / "r")), ".hidden:file C:dir b:file d:dir link:dir pipe:other ");
   EXPECT_EQ(Text(List_dir_rec(dir / "r/d")), "e/z:file e/y:file e:dir f:dir x:file ");
-  EXPECT_EQ(Message_of([&] { List_dir(dir / "r/b"); }), "ERROR: List_dir() called on " +
-                                                            (dir / "r/b") + " and\nThe path " +
-                                                            (dir / "r/b") + " is a file.");
+  EXPECT_EQ(testing::What<Xerror_msg>([&] { List_dir(dir / "r/b"); }),
+            "ERROR: List_dir() called on " + (dir / "r/b") + " and\nThe path " + (dir / "r/b") +
+                " is a file.");
   fs::create_symlink(dir / "gone", dir / "r/d/e/dangling");
-  EXPECT_EQ(Message_of([&] { List_dir(dir / "r/d/e"); }),
+  EXPECT_EQ(testing::What<Xerror_msg>([&] { List_dir(dir / "r/d/e"); }),
             "ERROR: problem with " + (dir / "r/d/e/dangling") + " in List_dir():\n" + kNoEntry);
 }
 
@@ -180,7 +170,7 @@ TEST(ListDir, UnreadableDirectoryReportsTheScandirFailure) {
   Make(dir / "", "locked/f=");
   ASSERT_EQ(chmod((dir / "locked").c_str(), 0), 0);
   EXPECT_EQ(
-      Message_of([&] { List_dir(dir / "locked"); }),
+      testing::What<Xerror_msg>([&] { List_dir(dir / "locked"); }),
       "ERROR: List_dir() -> scandir() called on " + (dir / "locked") + " and\nPermission denied.");
   chmod((dir / "locked").c_str(), 0755);
 }
@@ -192,7 +182,7 @@ TEST(DeleteDir, RemovesDeepTreesAndOnlyTheirKind) {
   Make(dir / "", "r/d2/e/h/z= r/q/w/e/r/t/ r/empty/ other=o d/f=");
   fs::create_symlink(dir / "other", dir / "r/to_file");
   Delete_dir(dir / "r");
-  EXPECT_EQ(Message_of([&] { Delete_dir(dir / "r"); }),
+  EXPECT_EQ(testing::What<Xerror_msg>([&] { Delete_dir(dir / "r"); }),
             "ERROR: List_dir() called on " + (dir / "r") + " and\n" + kNoEntry);
   EXPECT_THROW(Unlink_file(dir / "d"), Xerror_msg);
   EXPECT_THROW(Remove_dir(dir / "d"), Xerror_msg);
@@ -219,7 +209,7 @@ TEST(ResultFile, WritesExactlyAndReportsAFailedWriteOnClose) {
 
   Result_file full("/dev/full");
   full << "no room for this\n";
-  EXPECT_EQ(Message_of([&] { full.Close(); }),
+  EXPECT_EQ(testing::What<Xerror_msg>([&] { full.Close(); }),
             "ERROR: could not write the whole of '/dev/full': No space left on device.");
   EXPECT_NO_THROW(full.Close());
   EXPECT_NO_THROW(Result_file("/dev/full") << "lost in the destructor\n");
@@ -227,7 +217,7 @@ TEST(ResultFile, WritesExactlyAndReportsAFailedWriteOnClose) {
     EXPECT_NO_THROW(Result_file(path).Close());
   }
   EXPECT_FALSE(fs::exists(dir / "missing"));
-  EXPECT_EQ(Message_of([&] { Result_file(dir / "res/k31/x", "graph"); }),
+  EXPECT_EQ(testing::What<Xerror_msg>([&] { Result_file(dir / "res/k31/x", "graph"); }),
             "ERROR: Make_dir() called with " + (dir / "res/k31/x") + " and \n" + kNotDir);
 }
 
@@ -316,7 +306,7 @@ TEST(FsutilPolicies, EachScenarioLeavesItsTreeAndSaysItsText) {
     const std::string root = dir.path() + "/";
     Make(root, s.before);
     Console_session console(With_root(s.input, root));
-    const std::string thrown = Message_of([&] { s.act(root); });
+    const std::string thrown = testing::What<Xerror_msg>([&] { s.act(root); });
     const std::string trace = "from '" + s.before + "' with '" + s.input + "'";
     EXPECT_EQ(thrown, s.thrown.empty() ? "no exception" : With_root(s.thrown, root)) << trace;
     EXPECT_EQ(Listing(dir.path()), s.after) << trace;

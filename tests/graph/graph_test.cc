@@ -19,20 +19,12 @@
 #include "graph/node_index.h"
 #include "graph/vertex_map.h"
 #include "tests/support/test_dir.h"
+#include "tests/support/thrown.h"
 
 namespace kcp {
 namespace {
 
-// The text of the error of type E the action throws, or "no exception".
-template <typename E, typename Action>
-std::string What(Action action) {
-  try {
-    action();
-  } catch (const E& e) {
-    return e.what();
-  }
-  return "no exception";
-}
+using testing::What;
 
 using testing::Test_dir;
 using testing::Write_file;
