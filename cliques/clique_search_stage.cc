@@ -6,6 +6,7 @@
 #include "cliques/clique_find.h"
 #include "cliques/clique_find_dir.h"
 #include "cliques/clique_find_dir_time.h"
+#include "cliques/on_demand_index.h"
 #include "cliques/overlap_extend.h"
 #include "cliques/overlap_matrix.h"
 #include "text/console.h"
@@ -38,6 +39,7 @@ OverlapMatrix Run_overlap_matrix(const std::uint32_t& min_shared) {
   OverlapMatrix overlaps;
   overlaps.min_shared = min_shared;
   overlaps.storage = OverlapStorage::kOnDemand;
+  overlaps.index = std::make_shared<OnDemandIndex>();
   return overlaps;
 }
 

@@ -6,7 +6,7 @@
 namespace kcp {
 
 void CommunityAssembly::Assemble(const CliqueIndexList& members, const CliqueList& cliques,
-                                 NodeList& nodes, LinkList& links) {
+                                 NodeList& nodes, LinkList& links, const CliqueProfile* profile) {
   nodes.clear();
   links.clear();
   for (const std::uint32_t& m : members) {
@@ -36,6 +36,11 @@ void CommunityAssembly::Assemble(const CliqueIndexList& members, const CliqueLis
   if (n <= kMatrixNodes && (memberships + n) * words < pairs) {
     Assemble_in_matrix(members, cliques, nodes, links);
     for (const NodeIndex& v : nodes) local_[v] = 0;
+    return;
+  }
+  if (profile != nullptr) {
+    for (const NodeIndex& v : nodes) local_[v] = 0;
+    by_profile_.Assemble(members, *profile, nodes, links);
     return;
   }
 

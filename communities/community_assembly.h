@@ -2,12 +2,16 @@
 // are the distinct (smaller, larger) node pairs of the member cliques, ascending by the smaller
 // node, then the larger. The work grows with the pairs of the member cliques, or, when large
 // cliques repeat the same links many times, with their members times the community's size in
-// words; the scratch is kept between communities.
+// words; given the profile of the cliques, a community too large for that goes to
+// ProfileAssembly, whose work grows with the members' hot nodes. The scratch is kept between
+// communities.
 #pragma once
 
 #include <cstdint>
 #include <vector>
 
+#include "cliques/clique_profile.h"
+#include "communities/profile_assembly.h"
 #include "core/types.h"
 
 namespace kcp {
@@ -15,8 +19,9 @@ namespace kcp {
 class CommunityAssembly {
  public:
   // Member positions at or beyond the end of the clique list stand for cliques without nodes.
+  // A profile, when given, describes `cliques`.
   void Assemble(const CliqueIndexList& members, const CliqueList& cliques, NodeList& nodes,
-                LinkList& links);
+                LinkList& links, const CliqueProfile* profile = nullptr);
 
  private:
   // Communities up to this many nodes may be assembled in a bit matrix (32 MiB at most).
@@ -31,6 +36,7 @@ class CommunityAssembly {
   std::vector<std::uint32_t> seen_;  // local node -> the stamp of the bucket that listed it
   std::uint32_t stamp_ = 0;
   std::vector<std::uint32_t> distinct_;
+  ProfileAssembly by_profile_;
 };
 
 }  // namespace kcp

@@ -25,9 +25,11 @@ std::int32_t& Label(CliqueLabels& labels, const std::uint32_t& clique) {
 // cliques. A row without a clique in the list is a clique without nodes: it is labelled and
 // listed like any other member (its index is at or above n_exact, so the community is
 // approximate), but it adds no node and no link (community_assembly.h).
-void Take_clique(const std::uint32_t& m, const std::int32_t& counter, CliqueLabels& labels,
-                 CliqueIndexList& members, bool& approximate, const std::uint32_t& n_exact) {
+void Take_clique(const std::uint32_t& m, const std::int32_t& counter, OverlapRows& rows,
+                 CliqueLabels& labels, CliqueIndexList& members, bool& approximate,
+                 const std::uint32_t& n_exact) {
   Label(labels, m) = counter;
+  rows.Taken(m);
   members.push_back(m);
   if (m >= n_exact) approximate = true;
 }
@@ -44,7 +46,7 @@ void Look_for_new_com(OverlapRows& rows, const std::uint32_t& seed, std::int32_t
   if (!qualifies) return;
   ++counter;
   for (const std::uint32_t& j : candidates) {
-    Take_clique(j, counter, labels, members, approximate, n_exact);
+    Take_clique(j, counter, rows, labels, members, approximate, n_exact);
   }
   for (const std::uint32_t& j : candidates) {
     Extend_com(j, rows, counter, labels, members, approximate, n_exact);
@@ -71,7 +73,7 @@ void Extend_com(const std::uint32_t& clique, OverlapRows& rows, const std::int32
     rows.Row(c, labels, true, row);
     pending.insert(pending.end(), row.begin(), row.end());
     for (std::size_t p = begin; p < pending.size(); ++p) {
-      Take_clique(pending[p], counter, labels, members, approximate, n_exact);
+      Take_clique(pending[p], counter, rows, labels, members, approximate, n_exact);
     }
     frames.push_back(Frame{begin, begin, pending.size()});
   };
@@ -93,7 +95,7 @@ void Look_for_new_com(const OverlapMatrix& overlaps, const std::uint32_t& seed,
                       const std::uint32_t& k, std::int32_t& counter, CliqueLabels& labels,
                       const CliqueList& cliques, CliqueIndexList& members, bool& approximate,
                       const std::uint32_t& n_exact) {
-  OverlapRows rows(cliques, overlaps, k);
+  OverlapRows rows(cliques, overlaps, k, n_exact);
   Look_for_new_com(rows, seed, counter, labels, members, approximate, n_exact);
 }
 
@@ -101,7 +103,7 @@ void Extend_com(const std::uint32_t& clique, const OverlapMatrix& overlaps,
                 const std::int32_t& counter, CliqueLabels& labels, const std::uint32_t& k,
                 const CliqueList& cliques, CliqueIndexList& members, bool& approximate,
                 const std::uint32_t& n_exact) {
-  OverlapRows rows(cliques, overlaps, k);
+  OverlapRows rows(cliques, overlaps, k, n_exact);
   Extend_com(clique, rows, counter, labels, members, approximate, n_exact);
 }
 
@@ -116,7 +118,7 @@ void Coms_from_appr_ovlp_matr(CommunityList& communities, CommunityLinkLists& co
   community_links.clear();
   community_cliques.clear();
 
-  OverlapRows overlap_rows(cliques, overlaps, k);
+  OverlapRows overlap_rows(cliques, overlaps, k, n_exact);
   const std::size_t rows = overlap_rows.Row_count();
   CliqueLabels labels(rows, -1);
   std::int32_t counter = -1;
@@ -140,7 +142,7 @@ void Coms_from_appr_ovlp_matr(CommunityList& communities, CommunityLinkLists& co
                        approximate, n_exact);
     }
     if (members.empty()) continue;
-    assembly.Assemble(members, cliques, nodes, links);
+    assembly.Assemble(members, cliques, nodes, links, overlap_rows.Profile());
     if (nodes.empty()) continue;
     if (approximate) {
       appr_communities.push_back(nodes);

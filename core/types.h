@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <set>
 #include <string>
 #include <utility>
@@ -46,12 +47,16 @@ using OverlapRow = std::vector<Overlap>;
 // count, largest first (ties by clique), which lets percolation at k read only the entries sharing
 // at least k - 1 nodes; look-ups by clique (Overlap_of, Set_overlap) need the plain ascending
 // order.
+// On demand, `index` (made by Run_overlap_matrix, cliques/on_demand_index.h) keeps what
+// percolation builds from the clique list for one k and can use again at the next.
 enum class OverlapStorage { kStored, kOnDemand };
+class OnDemandIndex;
 struct OverlapMatrix {
   std::vector<OverlapRow> rows;
   std::uint32_t min_shared = 1;
   OverlapStorage storage = OverlapStorage::kStored;
   bool by_share = false;
+  std::shared_ptr<OnDemandIndex> index = nullptr;
 
   bool On_demand() const { return storage == OverlapStorage::kOnDemand; }
 };

@@ -4,8 +4,10 @@
 
 #include <algorithm>
 #include <random>
+#include <set>
 #include <string>
 
+#include "cliques/clique_search_stage.h"
 #include "cliques/overlap_matrix.h"
 #include "communities/percolation.h"
 #include "tests/support/brute_cliques.h"
@@ -80,6 +82,52 @@ TEST(OverlapRows, PercolationOnDemandOrByShareEqualsPercolationOverTheStoredMatr
     }
   }
   EXPECT_GT(communities, 300u);
+}
+
+// Sets crowded into a few dense cores of 40 nodes, each with a few of 800 other nodes: more nodes
+// than the hot ones, so that shared nodes and links are counted on both kinds. Nested and repeated
+// sets are dropped, so that all may pass for exact maximal cliques.
+CliqueList Dense_cores(std::mt19937& random, const std::uint32_t& count) {
+  std::set<NodeList> sets;
+  while (sets.size() < count) {
+    const NodeIndex core = 1 + 40 * (random() % 3);
+    std::set<NodeIndex> set;
+    const std::uint32_t size = 6 + random() % 14;
+    while (set.size() < size) set.insert(core + random() % 40);
+    for (std::uint32_t far = random() % 4; far > 0; --far) set.insert(121 + random() % 800);
+    sets.emplace(set.begin(), set.end());
+  }
+  CliqueList maximal;
+  for (const NodeList& set : sets) {
+    const bool nested = std::any_of(sets.begin(), sets.end(), [&](const NodeList& other) {
+      return other != set && std::includes(other.begin(), other.end(), set.begin(), set.end());
+    });
+    if (!nested) maximal.push_back(set);
+  }
+  std::shuffle(maximal.begin(), maximal.end(), random);
+  return maximal;
+}
+
+// One run's matrix read at every k in turn, as the driver does, so that the kept profile and
+// lists serve k after k; with every set exact, and with the last third approximate.
+TEST(OverlapRows, DenseCoresAtEveryKEqualPercolationOverTheStoredMatrix) {
+  std::uint32_t communities = 0;
+  for (std::uint32_t seed = 1; seed <= 4; ++seed) {
+    std::mt19937 random(seed);
+    const CliqueList cliques = Dense_cores(random, 700);
+    const OverlapMatrix stored = testing::Brute_overlap_matrix(cliques, 1);
+    const auto count = static_cast<std::uint32_t>(cliques.size());
+    for (const std::uint32_t n_exact : {count, 2 * count / 3}) {
+      const OverlapMatrix run = Run_overlap_matrix(2);
+      for (std::uint32_t k = 22; k >= 3; --k) {
+        SCOPED_TRACE("seed " + std::to_string(seed) + " k " + std::to_string(k));
+        const Communities expected = Percolate(cliques, stored, k, n_exact);
+        EXPECT_EQ(Percolate(cliques, run, k, n_exact), expected);
+        communities += static_cast<std::uint32_t>(expected.communities.size());
+      }
+    }
+  }
+  EXPECT_GT(communities, 200u);
 }
 
 TEST(OverlapRows, ChainOfAHundredThousandCliquesOnDemand) {
