@@ -1,7 +1,9 @@
 // The file-system layer: paths, result files, and preparing, renaming and deleting under each
 // policy with the dialogues of the interactive one (an answer is the first non-blank character
 // or word typed; anything else, and the end of the input, stops). Trees read "d/" "d/f=text".
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -16,6 +18,7 @@
 #include <utility>
 
 #include "core/xerror_msg.h"
+#include "fsutil/dir_claim.h"
 #include "fsutil/dir_prepare.h"
 #include "fsutil/path_query.h"
 #include "fsutil/result_file.h"
@@ -122,6 +125,35 @@ TEST(MakeDir, CreatesEveryMissingDirectoryWithMode0755AndNamesAFailedOne) {
   EXPECT_EQ(Make_dir_failure(std::string(250, 'd'), 4294967320u, ENOENT),
             "ERROR: Make_dir() called with " + std::string(200, 'd') +
                 "... (4294967120 more characters) and \n" + kNoEntry);
+}
+
+// What a run claims its results directory with: the directory above it, made if missing (a
+// component that cannot be made is left to the Make_dir of the whole path), and a first file that
+// only one caller can create.
+TEST(DirClaim, FindsAndMakesTheParentAndCreatesAFileOnce) {
+  for (const auto& [path, parent] : std::vector<std::pair<std::string, std::string>>{
+           {"a/b/c", "a/b"}, {"c", "."}, {"/c", "/"}, {"a//b//", "a"}, {"/", "/"}}) {
+    EXPECT_EQ(Parent_dir(path), parent) << path;
+  }
+  Test_dir dir;
+  Write_file(dir / "file", "x");
+  Make_parent_dirs(dir / "a/b/res");
+  Make_parent_dirs(dir / "file/b/res");
+  EXPECT_EQ(Listing(dir.path()), "a/ a/b/ file=x");
+  const int other = open((dir / "a").c_str(), O_RDONLY);
+  {
+    const Dir_lock lock(dir / "a");
+    EXPECT_NE(flock(other, LOCK_EX | LOCK_NB), 0);
+  }
+  EXPECT_EQ(flock(other, LOCK_EX | LOCK_NB), 0);
+  close(other);
+  EXPECT_TRUE(Claim_file(dir / "a/first"));
+  EXPECT_FALSE(Claim_file(dir / "a/first"));
+  fs::create_symlink(dir / "nowhere", dir / "a/link");
+  EXPECT_TRUE(Entry_exists(dir / "a/link"));
+  EXPECT_FALSE(Claim_file(dir / "a/link"));
+  EXPECT_TRUE(Claim_file(dir / "missing/first"));  // another failure is the writer's to meet
+  EXPECT_EQ(Listing(dir / "a"), "b/ first= link=");
 }
 
 // Relative paths start at the working directory; a final "." or ".." is kept, and ".." also
