@@ -1,5 +1,6 @@
 #include "driver/driver.h"
 
+#include <csignal>
 #include <exception>
 #include <iostream>
 #include <limits>
@@ -124,6 +125,9 @@ std::string Out_of_memory_message(const RunStage& stage) {
 }
 
 int Run(int argc, char** argv) {
+  // Past a file-size limit the write fails with EFBIG and is reported like a full disk; left to
+  // its signal, the limit would end the run without a word.
+  std::signal(SIGXFSZ, SIG_IGN);
   RunStage stage;
   try {
     Print_banner();

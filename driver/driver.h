@@ -1,6 +1,7 @@
 // One whole run of Varnel: the stages in their fixed order with the console lines between them,
 // every large structure owned here and passed by reference. Every error of any stage ends the
-// run at one place: its message is printed on standard output, files already written stay.
+// run at one place: its message is printed on standard output, files already written stay; a
+// write that a file-size limit stops is one such error (the limit's signal is ignored).
 // The exit status is 0 after an error as after success; callers tell failure by the message.
 #pragma once
 

@@ -94,10 +94,15 @@ RunResults Read_checked(const ExportOptions& options, std::ostream& err) {
                        " holds no results for k=" + std::to_string(*options.k));
     }
   }
-  if (!results.missing.empty()) {
-    Report(err,
-           "warning: exporting incomplete results; missing " + Missing_summary(results.missing));
+  std::string gaps;
+  if (!results.missing.empty()) gaps += "; missing " + Missing_summary(results.missing);
+  if (results.cut.size() == 1) {
+    gaps += "; the last line of " + results.cut[0] + " was cut short and is left out";
+  } else if (results.cut.size() > 1) {
+    gaps +=
+        "; the last lines of " + Missing_summary(results.cut) + " were cut short and are left out";
   }
+  if (!gaps.empty()) Report(err, "warning: exporting incomplete results" + gaps);
   return results;
 }
 

@@ -6,7 +6,7 @@
 // path inside the results directory (symbolic links resolved) is refused with status 1 before
 // anything is read. Results lacking files their run writes (an interrupted run) are refused
 // with status 1 unless --allow-incomplete is given; then what is there is exported, after a
-// warning naming what is missing.
+// warning naming what is missing and the files whose unfinished last line was left out.
 #pragma once
 
 #include <ostream>

@@ -12,6 +12,32 @@ namespace {
 constexpr std::size_t kBufferSize = 1 << 20;
 }
 
+// errno is cleared first so that a failure without a reason of its own is not given a stale one.
+Errno_filebuf::int_type Errno_filebuf::overflow(int_type c) {
+  errno = 0;
+  const int_type result = std::filebuf::overflow(c);
+  if (traits_type::eq_int_type(result, traits_type::eof())) Note_error();
+  return result;
+}
+
+std::streamsize Errno_filebuf::xsputn(const char_type* text, std::streamsize count) {
+  errno = 0;
+  const std::streamsize written = std::filebuf::xsputn(text, count);
+  if (written < count) Note_error();
+  return written;
+}
+
+int Errno_filebuf::sync() {
+  errno = 0;
+  const int result = std::filebuf::sync();
+  if (result != 0) Note_error();
+  return result;
+}
+
+void Errno_filebuf::Note_error() {
+  if (error_ == 0) error_ = errno;
+}
+
 Result_file::Result_file(const std::string& directory, const std::string& name)
     : path_(directory + "/" + name) {
   Dir_prepare(directory, "keep");
@@ -24,9 +50,8 @@ Result_file::Result_file(const std::string& path) : path_(path) {
 
 void Result_file::Open() {
   buffer_ = std::make_unique<char[]>(kBufferSize);
-  out_.rdbuf()->pubsetbuf(buffer_.get(), kBufferSize);
-  out_.open(path_, std::ios::out | std::ios::trunc | std::ios::binary);
-  opened_ = out_.is_open();
+  file_.pubsetbuf(buffer_.get(), kBufferSize);
+  opened_ = file_.open(path_, std::ios::out | std::ios::trunc | std::ios::binary) != nullptr;
   staged_.reserve(kStageLimit + 4096);
 }
 
@@ -40,13 +65,12 @@ void Result_file::Close() {
   if (closed_) return;
   closed_ = true;
   if (!opened_) return;
-  errno = 0;
   Hand_over();
   out_.flush();
-  const bool ok = out_.good();
-  const int error = errno;
-  out_.close();
-  if (!ok || out_.fail()) {
+  errno = 0;
+  const bool closed = file_.close() != nullptr;
+  const int error = file_.First_error() != 0 ? file_.First_error() : errno;
+  if (!out_.good() || !closed) {
     throw Xerror_msg("ERROR: could not write the whole of '" + path_ + "'" +
                      (error != 0 ? std::string(": ") + std::strerror(error) : std::string()) + ".");
   }
@@ -57,7 +81,7 @@ Result_file::~Result_file() {
   // is already unwinding from another error) is closed quietly.
   if (!closed_ && opened_) {
     Hand_over();
-    out_.close();
+    file_.close();
   }
 }
 

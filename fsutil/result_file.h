@@ -2,7 +2,8 @@
 // "keep", the file is opened with truncation behind a large buffer, the writer puts its header
 // and records, and Close() finishes it. A file that cannot be opened is silently left unwritten
 // (a run goes on without it); a file that was opened but could not be written completely (a full
-// disk, say) throws Xerror_msg naming the file, so no result is ever lost without a word.
+// disk, a file-size limit) throws Xerror_msg naming the file and the reason the first failed write
+// gave, so no result is ever lost without a word.
 #pragma once
 
 #include <charconv>
@@ -13,6 +14,21 @@
 #include <type_traits>
 
 namespace kcp {
+
+// A file buffer that keeps the errno of its first failed write, which later calls would lose.
+class Errno_filebuf : public std::filebuf {
+ public:
+  int First_error() const { return error_; }
+
+ protected:
+  int_type overflow(int_type c) override;
+  std::streamsize xsputn(const char_type* text, std::streamsize count) override;
+  int sync() override;
+
+ private:
+  void Note_error();
+  int error_ = 0;
+};
 
 class Result_file {
  public:
@@ -65,7 +81,8 @@ class Result_file {
   std::string staged_;
   std::string path_;
   std::unique_ptr<char[]> buffer_;
-  std::ofstream out_;
+  Errno_filebuf file_;
+  std::ostream out_{&file_};
   bool opened_ = false;
   bool closed_ = false;
 };

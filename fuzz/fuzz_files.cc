@@ -5,12 +5,18 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 
 namespace kcp::fuzz {
 
-const std::string& Scratch_dir() {
-  static const std::string dir = [] {
+namespace {
+
+// The scratch directory, removed with everything in it when the process ends normally (a crash
+// leaves it: scripts/fuzz.sh gives the targets a temporary directory of its own).
+class Scratch {
+ public:
+  Scratch() {
     const int null = ::open("/dev/null", O_WRONLY);
     if (null >= 0) {
       std::fflush(stdout);
@@ -18,12 +24,26 @@ const std::string& Scratch_dir() {
       ::close(null);
     }
     const char* base = std::getenv("TMPDIR");
-    std::string pattern =
-        std::string(base != nullptr && *base != '\0' ? base : "/tmp") + "/varnel-fuzz-XXXXXX";
-    if (::mkdtemp(pattern.data()) == nullptr) std::abort();
-    return pattern;
-  }();
-  return dir;
+    path_ = std::string(base != nullptr && *base != '\0' ? base : "/tmp") + "/varnel-fuzz-XXXXXX";
+    if (::mkdtemp(path_.data()) == nullptr) std::abort();
+  }
+  ~Scratch() {
+    std::error_code ignored;
+    std::filesystem::remove_all(path_, ignored);
+  }
+  Scratch(const Scratch&) = delete;
+  Scratch& operator=(const Scratch&) = delete;
+  const std::string& Path() const { return path_; }
+
+ private:
+  std::string path_;
+};
+
+}  // namespace
+
+const std::string& Scratch_dir() {
+  static const Scratch scratch;
+  return scratch.Path();
 }
 
 std::string Write_scratch(const std::string& name, std::string_view bytes) {

@@ -1,6 +1,7 @@
 // Scratch space for the fuzz targets. The readers take file names, so each input is written to a
-// file in a directory made once per process; standard output, where a run prints its progress
-// and usage texts, is sent to /dev/null so that only the fuzzer's own report is seen.
+// file in a directory made once per process (under $TMPDIR, else /tmp) and removed when the
+// process exits; standard output, where a run prints its progress and usage texts, is sent to
+// /dev/null so that only the fuzzer's own report is seen.
 #pragma once
 
 #include <cstddef>
@@ -11,7 +12,8 @@
 
 namespace kcp::fuzz {
 
-// The process's scratch directory (created, and stdout silenced, on the first call).
+// The process's scratch directory (created, and stdout silenced, on the first call; removed at
+// exit).
 const std::string& Scratch_dir();
 
 // Writes `bytes` to the file `name` in the scratch directory and returns its path.

@@ -8,8 +8,9 @@
 
 namespace kcp {
 
-CliqueFile Read_clique_file(const std::string& path, Node_numbering& numbering) {
-  Line_tokeniser t(path);
+CliqueFile Read_clique_file(const std::string& path, Node_numbering& numbering,
+                            CutFiles* cut_files) {
+  Line_tokeniser t(path, cut_files);
   CliqueFile file;
   const std::string expected = "\"# The [directed ]cliques from <input file>\" as the first line";
   First_header_line(t, expected);

@@ -10,8 +10,9 @@
 
 namespace kcp {
 
-CommunitiesFile Read_communities_file(const std::string& path, Node_numbering& numbering) {
-  Line_tokeniser t(path);
+CommunitiesFile Read_communities_file(const std::string& path, Node_numbering& numbering,
+                                      CutFiles* cut_files) {
+  Line_tokeniser t(path, cut_files);
   CommunitiesFile file;
   Parse_k_title(t, layout::kCommunitiesTitle.before, layout::kCommunitiesTitle.after, file.flag,
                 file.k);
@@ -40,8 +41,9 @@ CommunitiesFile Read_communities_file(const std::string& path, Node_numbering& n
   return file;
 }
 
-CommunityLinksFile Read_community_links_file(const std::string& path, Node_numbering& numbering) {
-  Line_tokeniser t(path);
+CommunityLinksFile Read_community_links_file(const std::string& path, Node_numbering& numbering,
+                                             CutFiles* cut_files) {
+  Line_tokeniser t(path, cut_files);
   CommunityLinksFile file;
   Parse_k_title(t, layout::kCommunityLinksTitle.before, layout::kCommunityLinksTitle.after,
                 file.flag, file.k);
@@ -82,8 +84,8 @@ IndexLinkMap Written_link_map(const CommunityLinksFile& file) {
   return map;
 }
 
-CommunityCliquesFile Read_community_cliques_file(const std::string& path) {
-  Line_tokeniser t(path);
+CommunityCliquesFile Read_community_cliques_file(const std::string& path, CutFiles* cut_files) {
+  Line_tokeniser t(path, cut_files);
   CommunityCliquesFile file;
   const std::string expected =
       "\"# The contained [flag ]cliques in the [flag ]communities at k=<k>\" as the first line";

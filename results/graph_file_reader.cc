@@ -48,8 +48,8 @@ void Read_header(const Line_tokeniser& t, GraphFile& graph) {
 
 }  // namespace
 
-GraphFile Read_graph_file(const std::string& path, Node_numbering& numbering) {
-  Line_tokeniser t(path);
+GraphFile Read_graph_file(const std::string& path, Node_numbering& numbering, CutFiles* cut_files) {
+  Line_tokeniser t(path, cut_files);
   GraphFile graph;
   Read_header(t, graph);
   const std::size_t fields = graph.weighted ? 3 : 2;

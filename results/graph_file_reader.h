@@ -3,13 +3,15 @@
 // from undirected (its last line) and weighted from unweighted (a weight threshold or an
 // intensity threshold in the run description). Node names enter `numbering` in order of first
 // appearance, which gives every node the index the run gave it. Throws Xerror_msg naming the file
-// and line on anything Kiir_graph could not have written.
+// and line on anything Kiir_graph could not have written; given cut_files, a file cut inside its
+// last line is read without that line (see Line_tokeniser).
 #pragma once
 
 #include <string>
 #include <vector>
 
 #include "core/types.h"
+#include "results/line_tokeniser.h"
 #include "results/node_numbering.h"
 #include "results/run_results.h"
 
@@ -25,6 +27,7 @@ struct GraphFile {
   LinkMap link_map;
 };
 
-GraphFile Read_graph_file(const std::string& path, Node_numbering& numbering);
+GraphFile Read_graph_file(const std::string& path, Node_numbering& numbering,
+                          CutFiles* cut_files = nullptr);
 
 }  // namespace kcp

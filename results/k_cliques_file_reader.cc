@@ -7,8 +7,9 @@
 
 namespace kcp {
 
-KCliquesFile Read_k_cliques_file(const std::string& path, Node_numbering& numbering) {
-  Line_tokeniser t(path);
+KCliquesFile Read_k_cliques_file(const std::string& path, Node_numbering& numbering,
+                                 CutFiles* cut_files) {
+  Line_tokeniser t(path, cut_files);
   KCliquesFile file;
   const std::string expected = "\"# The k-cliques at k=<k> from <input file>\" as the first line";
   First_header_line(t, expected);

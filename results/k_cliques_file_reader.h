@@ -2,13 +2,15 @@
 // k-cliques that passed the intensity threshold, numbered 0, 1, ... in ascending order of their
 // node indices, each "n: " and its member names. With a locked numbering (that of the graph
 // file) that order is checked; a k-clique listed twice fails in any case. Throws Xerror_msg
-// naming the file and line on a bad file.
+// naming the file and line on a bad file; given cut_files, a file cut inside its last line is
+// read without that line (see Line_tokeniser).
 #pragma once
 
 #include <cstdint>
 #include <string>
 
 #include "core/types.h"
+#include "results/line_tokeniser.h"
 #include "results/node_numbering.h"
 
 namespace kcp {
@@ -20,6 +22,7 @@ struct KCliquesFile {
   KCliqueSet k_cliques;
 };
 
-KCliquesFile Read_k_cliques_file(const std::string& path, Node_numbering& numbering);
+KCliquesFile Read_k_cliques_file(const std::string& path, Node_numbering& numbering,
+                                 CutFiles* cut_files = nullptr);
 
 }  // namespace kcp

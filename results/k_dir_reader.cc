@@ -1,5 +1,6 @@
 #include "results/k_dir_reader.h"
 
+#include <algorithm>
 #include <array>
 #include <filesystem>
 #include <limits>
@@ -39,10 +40,17 @@ std::string Community_count(const std::size_t& count, const std::uint32_t& n_exa
 
 // The description sits on line 1 of the k-cliques file and on line 2 of the others.
 // A file listing something per community must list as many communities, as many exact, as the
-// communities file.
+// communities file; one cut short, the first of them.
 void Check_community_count(const std::string& path, const std::size_t& count,
-                           const std::uint32_t& n_exact, const CommunitiesFile& communities) {
-  if (count != communities.communities.size() || n_exact != communities.n_exact_coms) {
+                           const std::uint32_t& n_exact, const CommunitiesFile& communities,
+                           const RunContext& run) {
+  const bool cut =
+      run.cut_files != nullptr &&
+      std::find(run.cut_files->begin(), run.cut_files->end(), path) != run.cut_files->end();
+  const std::size_t expected =
+      cut ? std::min(count, communities.communities.size()) : communities.communities.size();
+  const std::size_t expected_exact = std::min<std::size_t>(expected, communities.n_exact_coms);
+  if (count != expected || n_exact != expected_exact) {
     Fail_in_file(path, 0,
                  "it lists " + Community_count(count, n_exact) +
                      ", but the communities file lists " +
@@ -80,9 +88,9 @@ std::vector<std::string> Names_of(const NodeList& nodes, const std::vector<std::
 void Read_links(const std::string& path, const std::uint32_t& k, const RunContext& run,
                 const CommunitiesFile& communities, KResults& result) {
   const std::vector<std::string>& names = run.numbering->Names();
-  const CommunityLinksFile file = Read_community_links_file(path, *run.numbering);
+  const CommunityLinksFile file = Read_community_links_file(path, *run.numbering, run.cut_files);
   Check_frame(path, &file.flag, file.k, file.alap_szoveg, 2, k, run);
-  Check_community_count(path, file.community_links.size(), file.n_exact_coms, communities);
+  Check_community_count(path, file.community_links.size(), file.n_exact_coms, communities, run);
   // Member marks: member[node] holds the position of the last community that listed the node.
   std::vector<std::size_t> member(names.size(), std::numeric_limits<std::size_t>::max());
   for (std::size_t p = 0; p < file.community_links.size(); ++p) {
@@ -103,9 +111,9 @@ void Read_links(const std::string& path, const std::uint32_t& k, const RunContex
 
 void Read_community_cliques(const std::string& path, const std::uint32_t& k, const RunContext& run,
                             const CommunitiesFile& communities, KResults& result) {
-  const CommunityCliquesFile file = Read_community_cliques_file(path);
+  const CommunityCliquesFile file = Read_community_cliques_file(path, run.cut_files);
   Check_frame(path, &file.flag, file.k, file.alap_szoveg, 2, k, run);
-  Check_community_count(path, file.community_cliques.size(), file.n_exact_coms, communities);
+  Check_community_count(path, file.community_cliques.size(), file.n_exact_coms, communities, run);
   for (std::size_t p = 0; p < file.community_cliques.size(); ++p) {
     const bool approximate = p >= file.n_exact_coms;
     const std::string community = (approximate ? "-" : "") + std::to_string(p);
@@ -130,7 +138,7 @@ void Read_community_cliques(const std::string& path, const std::uint32_t& k, con
 
 void Read_community_graph(const std::string& path, const std::uint32_t& k, const RunContext& run,
                           const CommunitiesFile& communities, KResults& result) {
-  const CommunityGraphFile file = Read_community_graph_file(path);
+  const CommunityGraphFile file = Read_community_graph_file(path, run.cut_files);
   Check_frame(path, &file.flag, file.k, file.alap_szoveg, 2, k, run);
   const std::size_t count = communities.communities.size();
   const std::uint32_t n_exact = communities.n_exact_coms;
@@ -162,7 +170,7 @@ void Read_distributions(const std::string& k_dir, const std::uint32_t& k, const 
       const std::string key = std::string(kind.stem) + std::string(suffix);
       const std::string path = k_dir + "/" + layout::Flag_file(run.flavour, key);
       if (!Present(path, run)) continue;
-      DistributionFile file = Read_distribution_file(path);
+      DistributionFile file = Read_distribution_file(path, run.cut_files);
       Check_frame(path, &file.flag, file.k, file.alap_szoveg, 2, k, run);
       if (file.stem + file.suffix != key) {
         Fail_in_file(path, 1,
@@ -188,7 +196,8 @@ KResults Read_k_dir(const std::string& k_dir, const std::uint32_t& k, const RunC
   for (const std::string& path : {communities_path, links_path}) {
     if (!Exists(path)) Fail_in_file(path, 0, "the file is missing");
   }
-  const CommunitiesFile communities = Read_communities_file(communities_path, *run.numbering);
+  const CommunitiesFile communities =
+      Read_communities_file(communities_path, *run.numbering, run.cut_files);
   Check_frame(communities_path, &communities.flag, communities.k, communities.alap_szoveg, 2, k,
               run);
   result.communities.resize(communities.communities.size());
@@ -204,7 +213,7 @@ KResults Read_k_dir(const std::string& k_dir, const std::uint32_t& k, const RunC
   if (run.flavour == layout::kIntensity) {
     const std::string path = k_dir + "/" + std::string(layout::kKCliques);
     if (Present(path, run)) {
-      const KCliquesFile file = Read_k_cliques_file(path, *run.numbering);
+      const KCliquesFile file = Read_k_cliques_file(path, *run.numbering, run.cut_files);
       Check_frame(path, nullptr, file.k, file.alap_szoveg, 1, k, run);
       result.k_cliques.reserve(file.k_cliques.size());
       for (const NodeList& k_clique : file.k_cliques) {

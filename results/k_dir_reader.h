@@ -2,7 +2,8 @@
 // communities and their links (required), the community cliques or k-cliques, the community graph
 // and the distributions (when present). Every file must carry the run's description, flavour and
 // this k; the links must join members of their community, the cliques and the graph must refer
-// to existing cliques and communities of the right kind. Throws Xerror_msg naming the file.
+// to existing cliques and communities of the right kind (the first ones only, in a file cut
+// short). Throws Xerror_msg naming the file.
 #pragma once
 
 #include <cstdint>
@@ -24,6 +25,9 @@ struct RunContext {
   const CliqueFile* cliques = nullptr;
   // An empty optional file is taken as absent (reading what an interrupted run left).
   bool empty_is_absent = false;
+  // Set when reading what an interrupted run left: a file cut inside its last line is read without
+  // it and noted here, and may list fewer communities than the communities file.
+  CutFiles* cut_files = nullptr;
 };
 
 KResults Read_k_dir(const std::string& k_dir, const std::uint32_t& k, const RunContext& run);

@@ -29,7 +29,8 @@ void Fail_in_file(const std::string& path, const std::uint64_t& line, const std:
   throw Xerror_msg(text + ": " + message);
 }
 
-Line_tokeniser::Line_tokeniser(const std::string& path) : path_(path) {
+Line_tokeniser::Line_tokeniser(const std::string& path, CutFiles* cut_files)
+    : path_(path), cut_files_(cut_files) {
   for (const char c : kSeparators) separator_[static_cast<unsigned char>(c)] = true;
   fd_ = ::open(path_.c_str(), O_RDONLY | O_CLOEXEC);
   if (fd_ < 0) {
@@ -114,7 +115,13 @@ bool Line_tokeniser::Read_line(std::string_view& line) {
     }
     if (eof_) {
       if (begin_ == end_) return false;
-      Fail_at(lines_read_ + 1, "the last line has no line end: the file seems truncated");
+      if (cut_files_ == nullptr) {
+        Fail_at(lines_read_ + 1, "the last line has no line end: the file seems truncated");
+      }
+      cut_ = true;
+      cut_files_->push_back(path_);
+      begin_ = end_;
+      return false;
     }
     // Keep the unfinished line and make room behind it; a line longer than the buffer doubles it.
     if (begin_ > 0) {

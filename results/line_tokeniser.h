@@ -6,7 +6,8 @@
 // (with which the run read the names); only a header line can be a comment, so "#" in a record is a
 // name byte. Reads through a large buffer; tokens stay valid until the next Next_record. Throws
 // Xerror_msg "ERROR: <path>, line N: ..." on a file that cannot be read, holds a NUL byte or ends
-// inside a line.
+// inside a line; given a CutFiles to note it in, a file that ends inside a line (as an
+// interrupted run leaves it) is read without that line instead.
 #pragma once
 
 #include <cstddef>
@@ -18,13 +19,17 @@
 
 namespace kcp {
 
+// The paths of files whose unfinished last line was left out, in the order they were read.
+using CutFiles = std::vector<std::string>;
+
 // "ERROR: <path>, line <line>: <message>", or without the line part when line is 0.
 [[noreturn]] void Fail_in_file(const std::string& path, const std::uint64_t& line,
                                const std::string& message);
 
 class Line_tokeniser {
  public:
-  explicit Line_tokeniser(const std::string& path);
+  // With cut_files, a last line without its line end is left out and the path noted there.
+  explicit Line_tokeniser(const std::string& path, CutFiles* cut_files = nullptr);
   ~Line_tokeniser();
   Line_tokeniser(const Line_tokeniser&) = delete;
   Line_tokeniser& operator=(const Line_tokeniser&) = delete;
@@ -48,6 +53,8 @@ class Line_tokeniser {
   // After Next_record returned false: whether the last line of the file was an empty line after
   // the header.
   bool Ended_with_empty_line() const { return last_line_empty_; }
+  // Whether an unfinished last line was left out.
+  bool Cut() const { return cut_; }
 
   // Throws Xerror_msg for the current line.
   [[noreturn]] void Fail(const std::string& message) const;
@@ -60,6 +67,8 @@ class Line_tokeniser {
   void Split(std::string_view line);
 
   std::string path_;
+  CutFiles* cut_files_;
+  bool cut_ = false;
   bool separator_[256] = {};
   int fd_ = -1;
   std::unique_ptr<char[]> buffer_;

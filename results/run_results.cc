@@ -68,8 +68,11 @@ RunResults Read_results_dir(const std::string& dir, const std::optional<std::uin
                                "nor a \"directed_graph\" file");
   }
   const std::string graph_path = dir + (directed_graph ? "/directed_graph" : "/graph");
+  // Reading what an interrupted run left, a file cut inside a line is read up to that line.
+  CutFiles cut_files;
+  CutFiles* const cut = allow_incomplete ? &cut_files : nullptr;
   Node_numbering numbering;
-  GraphFile graph = Read_graph_file(graph_path, numbering);
+  GraphFile graph = Read_graph_file(graph_path, numbering, cut);
   numbering.Lock();
   if (graph.directed != directed_graph) {
     Fail_in_file(graph_path, 0,
@@ -107,7 +110,7 @@ RunResults Read_results_dir(const std::string& dir, const std::optional<std::uin
   std::error_code size_error;
   const bool cut_to_nothing = Exists(clique_path) && fs::file_size(clique_path, size_error) == 0;
   if (Exists(clique_path) && !cut_to_nothing) {
-    cliques = Read_clique_file(clique_path, numbering);
+    cliques = Read_clique_file(clique_path, numbering, cut);
     if (cliques.flag != (graph.directed ? layout::kDirected : std::string_view())) {
       Fail_in_file(clique_path, 1, "the header does not match the file name");
     }
@@ -153,6 +156,7 @@ RunResults Read_results_dir(const std::string& dir, const std::optional<std::uin
   }
 
   run.empty_is_absent = allow_incomplete;
+  run.cut_files = cut;
   for (const std::uint32_t k : ks) {
     const std::string label = layout::K_dir_name(k);
     // Without its communities and their links a directory holds nothing to export.
@@ -168,6 +172,7 @@ RunResults Read_results_dir(const std::string& dir, const std::optional<std::uin
     results.per_k.push_back(Read_k_dir(dir + "/" + label, k, run));
   }
   results.missing = std::move(missing);
+  for (const std::string& path : cut_files) results.cut.push_back(path.substr(dir.size() + 1));
   return results;
 }
 

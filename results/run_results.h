@@ -87,6 +87,9 @@ struct RunResults {
   std::vector<KResults> per_k;
   // What a run would have written but the directory lacks (only filled when that is allowed).
   std::vector<std::string> missing;
+  // The files, below the results directory, that were cut inside their last line and were read
+  // without it, in reading order (only filled when that is allowed).
+  std::vector<std::string> cut;
 };
 
 // Thrown when a results directory lacks files its run writes (see results/completeness.h).
@@ -98,8 +101,9 @@ class Xincomplete_results : public Xerror_msg {
 // Reads the results directory `dir`; with only_k set, only that "k=" directory (which must exist).
 // Unless allow_incomplete is set, a directory lacking any file its run writes is refused with
 // Xincomplete_results naming what is missing. With it set, what is there is read: a "k="
-// directory without its communities or their links is left out, and RunResults::missing lists
-// everything absent.
+// directory without its communities or their links is left out, RunResults::missing lists
+// everything absent, and a file cut inside its last line is read without it and listed in
+// RunResults::cut (without allow_incomplete it is an error).
 // The graph file is required (it tells a results directory), and so are the communities and
 // their links in every "k=" directory read; the clique file, the community cliques, the
 // k-cliques, the community graph and the distributions are read when present. Files are checked

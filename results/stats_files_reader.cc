@@ -45,8 +45,8 @@ void Parse_distribution_title(const Line_tokeniser& t, DistributionFile& file) {
 
 }  // namespace
 
-CommunityGraphFile Read_community_graph_file(const std::string& path) {
-  Line_tokeniser t(path);
+CommunityGraphFile Read_community_graph_file(const std::string& path, CutFiles* cut_files) {
+  Line_tokeniser t(path, cut_files);
   CommunityGraphFile file;
   Parse_k_title(t, layout::kCommunityGraphTitle.before, layout::kCommunityGraphTitle.after,
                 file.flag, file.k);
@@ -101,8 +101,8 @@ CommunityGraphFile Read_community_graph_file(const std::string& path) {
   return file;
 }
 
-DistributionFile Read_distribution_file(const std::string& path) {
-  Line_tokeniser t(path);
+DistributionFile Read_distribution_file(const std::string& path, CutFiles* cut_files) {
+  Line_tokeniser t(path, cut_files);
   DistributionFile file;
   Parse_distribution_title(t, file);
   bool unused = false;
@@ -126,7 +126,8 @@ DistributionFile Read_distribution_file(const std::string& path) {
     previous = value;
     file.distribution.emplace_hint(file.distribution.end(), value, count);
   }
-  if (!t.Ended_with_empty_line()) {
+  // A file cut inside a line ends with what was read before the cut.
+  if (!t.Ended_with_empty_line() && !t.Cut()) {
     t.Fail_at(t.Lines_read() + 1,
               "expected the empty line that ends a distribution file: the file seems truncated");
   }

@@ -2,13 +2,16 @@
 // ([flag_]<stem><suffix>: membership, size, overlap and degree distributions, with the suffix
 // "", "_merged", "_exact" or "_appr") of one k. Community numbers in the graph are positions,
 // approximate ones behind "-"; entries and distribution values ascend as the writers put them.
-// Each reader returns what the run's writer takes. Throws Xerror_msg naming the file and line.
+// Each reader returns what the run's writer takes. Throws Xerror_msg naming the file and line;
+// given cut_files, a file cut inside its last line is read without that line (see
+// Line_tokeniser), and a distribution file so cut lacks its closing empty line too.
 #pragma once
 
 #include <cstdint>
 #include <string>
 
 #include "core/types.h"
+#include "results/line_tokeniser.h"
 
 namespace kcp {
 
@@ -36,7 +39,8 @@ struct DistributionFile {
   Distribution distribution;
 };
 
-CommunityGraphFile Read_community_graph_file(const std::string& path);
-DistributionFile Read_distribution_file(const std::string& path);
+CommunityGraphFile Read_community_graph_file(const std::string& path,
+                                             CutFiles* cut_files = nullptr);
+DistributionFile Read_distribution_file(const std::string& path, CutFiles* cut_files = nullptr);
 
 }  // namespace kcp

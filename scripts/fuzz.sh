@@ -20,6 +20,10 @@ CC=clang CXX=clang++ cmake -S . -B "$build" -DCMAKE_BUILD_TYPE=RelWithDebInfo -D
 cmake --build "$build" -j "${JOBS:-$(nproc)}" --target "${targets[@]/#/fuzz_}" >/dev/null
 
 mkdir -p "$build/findings"
+# The targets' scratch directories go below one of our own, removed at the end even after a
+# finding, when a target stops without its own clean-up.
+scratch="$(mktemp -d)"
+trap 'rm -rf "$scratch"' EXIT
 summary=()
 failed=0
 for target in "${targets[@]}"; do
@@ -28,7 +32,7 @@ for target in "${targets[@]}"; do
   log="$build/findings/$target.log"
   echo "== $target: ${seconds}s"
   status=0
-  UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
+  TMPDIR="$scratch" UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
     "$build/fuzz/fuzz_$target" -max_total_time="$seconds" -timeout=20 -rss_limit_mb=2560 \
     -max_len=65536 -print_final_stats=1 -artifact_prefix="$build/findings/$target-" \
     "$corpus" "$root/fuzz/corpus/$target" >"$log" 2>&1 || status=$?

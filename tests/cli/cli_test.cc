@@ -16,6 +16,7 @@
 #include "graph/link_reader.h"
 #include "tests/cli/cout_capture.h"
 #include "tests/support/test_dir.h"
+#include "tests/support/thrown.h"
 
 namespace kcp {
 namespace {
@@ -182,16 +183,22 @@ TEST(ProcessInput, NameBeyondPathMaxFailsAsItsCreationWouldAfterTheLinksAreRead)
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(tmp.path()), {}), 1);
 }
 
-TEST(ParamsRecord, OutDirMayBeMissingEmptyOrAFileNotADirectoryWithEntries) {
+// A path that passes is made a directory holding an empty record, which a second run then finds.
+TEST(ParamsRecord, OutDirMayBeMissingEmptyOrAFileAndIsThenTaken) {
   Test_dir tmp;
+  const std::string non_empty = "ERROR: the output directory already exists and it is non-empty.\n";
   std::filesystem::create_directories(tmp / "empty");
   Write_file(tmp / "plain", "x");
-  for (const std::string name : {"missing", "empty", "plain"}) {
+  for (const std::string name : {"missing/deeper", "empty", "plain"}) {
     EXPECT_NO_THROW(Check_out_dir(tmp / name)) << name;
+    EXPECT_EQ(std::filesystem::file_size(tmp / (name + "/input_params.txt")), 0u) << name;
+    EXPECT_EQ(testing::What<Xerror_msg>([&] { Check_out_dir(tmp / name); }), non_empty) << name;
   }
-  EXPECT_THROW(Check_out_dir(tmp.path()), Xerror_msg);  // a hidden entry is one too
-  Write_file(tmp / "empty/.x", "");
-  EXPECT_THROW(Check_out_dir(tmp / "empty"), Xerror_msg);
+  EXPECT_EQ(testing::Read_file(tmp / "plain1"), "x");
+  std::filesystem::create_directories(tmp / "hidden");
+  Write_file(tmp / "hidden/.x", "");
+  EXPECT_EQ(testing::What<Xerror_msg>([&] { Check_out_dir(tmp / "hidden"); }), non_empty);
+  EXPECT_EQ(testing::Read_file(tmp / "hidden/.x"), "");
 }
 
 }  // namespace

@@ -1,9 +1,10 @@
-// Runs in a hostile file system: a disk that fills up, a results location that cannot be
-// written, a results path that is a dangling symbolic link. Each run must end with its message
-// and leave everything outside its results directory as it was. The disk and the read-only
+// Runs in a hostile file system: a disk that fills up, a file-size limit, a results location that
+// cannot be written, a results path that is a dangling symbolic link. Each run must end with its
+// message and leave everything outside its results directory as it was. The disk and the read-only
 // location are small tmpfs mounts, which need root; elsewhere the full-disk test is skipped with
 // the reason and a permission test stands in for the read-only one.
 #include <sys/mount.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -89,6 +90,23 @@ TEST(HostileEnvironment, FullDiskEndsTheRunAtTheFirstFailedWrite) {
   }
   EXPECT_EQ(Read_file(dir / "disk/net.links"), links);
   EXPECT_EQ(Tree(dir / "disk").size(), left.size() + 2);  // net.links, net.links_files
+}
+
+// A file-size limit fails the write that passes it, which is reported as a full disk is; the
+// signal the limit sends must not end the run without a word.
+TEST(HostileEnvironment, FileSizeLimitEndsTheRunWithTheFailedWrite) {
+  Test_dir dir;
+  constexpr rlim_t kLimit = 64 * 1024;
+  const Run_result run = Run_binary(
+      dir.path(), {"-i", std::string(VARNEL_TEST_DATA) + "/grqc.links", "-o", "res"}, {}, [] {
+        const rlimit limit{kLimit, kLimit};
+        setrlimit(RLIMIT_FSIZE, &limit);
+      });
+  EXPECT_EQ(run.status, 0);
+  EXPECT_TRUE(run.out.ends_with(
+      "\n Reading input ...\nERROR: could not write the whole of 'res/graph': File too large.\n"))
+      << run.out;
+  EXPECT_EQ(fs::file_size(dir / "res/graph"), kLimit);
 }
 
 // A location that cannot be written (read-only or, without root, without permission) and a

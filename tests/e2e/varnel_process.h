@@ -1,5 +1,5 @@
-// Runs the built varnel in a working directory with standard output captured, and reads back
-// the tree of files a run left, for the end-to-end tests.
+// Runs the built varnel in a working directory with standard output captured, one run at a time
+// or several at once, and reads back the tree of files a run left, for the end-to-end tests.
 #pragma once
 
 #include <fcntl.h>
@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include <filesystem>
+#include <functional>
 #include <map>
 #include <string>
 #include <utility>
@@ -21,12 +22,24 @@ struct Run_result {
   std::string out;
 };
 
-// Runs varnel with `args` in `workdir` (standard input /dev/null, the environment entries set),
-// its standard output kept beside the working directory while it runs.
-inline Run_result Run_binary(const std::string& workdir, const std::vector<std::string>& args,
-                             const std::vector<std::pair<std::string, std::string>>& environment) {
+// A varnel started and not yet waited for; its standard output goes to out_path.
+struct Started_run {
+  pid_t pid = -1;
+  std::string out_path;
+};
+
+// Where the run of process `pid` in `workdir` keeps its standard output: beside the working
+// directory, so that runs in one directory do not share it.
+inline std::string Out_path(const std::string& workdir, const pid_t& pid) {
   const std::filesystem::path work(workdir);
-  const std::string out_path = work.parent_path() / (work.filename().string() + ".out");
+  return work.parent_path() / (work.filename().string() + "." + std::to_string(pid) + ".out");
+}
+
+// Starts varnel with `args` in `workdir` (standard input /dev/null, the environment entries set);
+// `in_child` runs in the new process first (to set a limit, say).
+inline Started_run Start_binary(const std::string& workdir, const std::vector<std::string>& args,
+                                const std::vector<std::pair<std::string, std::string>>& environment,
+                                const std::function<void()>& in_child = {}) {
   std::vector<std::string> copies = args;
   copies.insert(copies.begin(), "varnel");
   std::vector<char*> argv;
@@ -35,7 +48,8 @@ inline Run_result Run_binary(const std::string& workdir, const std::vector<std::
   const pid_t pid = fork();
   if (pid == 0) {
     for (const auto& [name, value] : environment) setenv(name.c_str(), value.c_str(), 1);
-    const int out = open(out_path.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
+    if (in_child) in_child();
+    const int out = open(Out_path(workdir, getpid()).c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
     const int in = open("/dev/null", O_RDONLY);
     if (chdir(workdir.c_str()) != 0 || out < 0 || in < 0) _exit(127);
     dup2(out, 1);
@@ -43,11 +57,22 @@ inline Run_result Run_binary(const std::string& workdir, const std::vector<std::
     execv(VARNEL_BINARY, argv.data());
     _exit(127);
   }
+  return {pid, Out_path(workdir, pid)};
+}
+
+// The exit status (-1 when a signal ended it) and the standard output of a started run.
+inline Run_result Wait_for(const Started_run& run) {
   int status = 0;
-  waitpid(pid, &status, 0);
-  const Run_result result{WIFEXITED(status) ? WEXITSTATUS(status) : -1, Read_file(out_path)};
-  std::filesystem::remove(out_path);
+  waitpid(run.pid, &status, 0);
+  const Run_result result{WIFEXITED(status) ? WEXITSTATUS(status) : -1, Read_file(run.out_path)};
+  std::filesystem::remove(run.out_path);
   return result;
+}
+
+inline Run_result Run_binary(const std::string& workdir, const std::vector<std::string>& args,
+                             const std::vector<std::pair<std::string, std::string>>& environment,
+                             const std::function<void()>& in_child = {}) {
+  return Wait_for(Start_binary(workdir, args, environment, in_child));
 }
 
 // Relative path -> content ("/" for a directory, "-> target" for a link) of every entry below

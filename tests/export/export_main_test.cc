@@ -34,6 +34,11 @@ TEST(ExportMain, ExitsWithTheStatusAndMessageOfEachCase) {
   const std::string cut = dir / "cut";
   fs::copy(two, cut, fs::copy_options::recursive);
   testing::Write_file(cut + "/k=3/communities_links", "");
+  // A run stopped while writing its cliques: "4: d e f \n", the last line, cut to "4: d e".
+  const std::string cut_line = dir / "cut_line";
+  fs::copy(two, cut_line, fs::copy_options::recursive);
+  for (const char* k_dir : {"/k=3", "/k=4"}) fs::remove_all(cut_line + k_dir);
+  fs::resize_file(cut_line + "/cliques", fs::file_size(cut_line + "/cliques") - 4);
   // Names that differ only in a byte written as \xHH.
   const std::string alike =
       testing::Make_results(dir, "alike", "n\xFF n\\xFF\nn\xFF c\nc n\\xFF\n");
@@ -100,6 +105,15 @@ TEST(ExportMain, ExitsWithTheStatusAndMessageOfEachCase) {
        failed("warning: exporting incomplete results; missing k=3/communities_links (empty)"),
        "k,community,approximate,node\n4,0,",
        "\n3,"},
+      {{cut_line, "--format", "csv"},
+       1,
+       failed(cut_line +
+              "/cliques, line 11: the last line has no line end: the file seems truncated")},
+      {{cut_line, "--format", "csv", "--allow-incomplete"},
+       0,
+       failed("warning: exporting incomplete results; missing k=4 (no directory), k=3 (no "
+              "directory); the last line of cliques was cut short and is left out"),
+       "k,community,approximate,node\n"},
       // --k keeps that k in every format.
       {{two, "-f", "csv", "--k=4"}, 0, "", "k,community,approximate,node\n4,0,", "\n3,"},
       {{"--format=graphml", "--k", "4", "--", two}, 0, "", "attr.name=\"k4\"", "attr.name=\"k3\""},

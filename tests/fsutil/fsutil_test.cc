@@ -1,7 +1,9 @@
 // The file-system layer: paths, result files, and preparing, renaming and deleting under each
 // policy with the dialogues of the interactive one (an answer is the first non-blank character
 // or word typed; anything else, and the end of the input, stops). Trees read "d/" "d/f=text".
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -16,6 +18,7 @@
 #include <utility>
 
 #include "core/xerror_msg.h"
+#include "fsutil/dir_claim.h"
 #include "fsutil/dir_prepare.h"
 #include "fsutil/path_query.h"
 #include "fsutil/result_file.h"
@@ -124,6 +127,35 @@ TEST(MakeDir, CreatesEveryMissingDirectoryWithMode0755AndNamesAFailedOne) {
                 "... (4294967120 more characters) and \n" + kNoEntry);
 }
 
+// What a run claims its results directory with: the directory above it, made if missing (a
+// component that cannot be made is left to the Make_dir of the whole path), and a first file that
+// only one caller can create.
+TEST(DirClaim, FindsAndMakesTheParentAndCreatesAFileOnce) {
+  for (const auto& [path, parent] : std::vector<std::pair<std::string, std::string>>{
+           {"a/b/c", "a/b"}, {"c", "."}, {"/c", "/"}, {"a//b//", "a"}, {"/", "/"}}) {
+    EXPECT_EQ(Parent_dir(path), parent) << path;
+  }
+  Test_dir dir;
+  Write_file(dir / "file", "x");
+  Make_parent_dirs(dir / "a/b/res");
+  Make_parent_dirs(dir / "file/b/res");
+  EXPECT_EQ(Listing(dir.path()), "a/ a/b/ file=x");
+  const int other = open((dir / "a").c_str(), O_RDONLY);
+  {
+    const Dir_lock lock(dir / "a");
+    EXPECT_NE(flock(other, LOCK_EX | LOCK_NB), 0);
+  }
+  EXPECT_EQ(flock(other, LOCK_EX | LOCK_NB), 0);
+  close(other);
+  EXPECT_TRUE(Claim_file(dir / "a/first"));
+  EXPECT_FALSE(Claim_file(dir / "a/first"));
+  fs::create_symlink(dir / "nowhere", dir / "a/link");
+  EXPECT_TRUE(Entry_exists(dir / "a/link"));
+  EXPECT_FALSE(Claim_file(dir / "a/link"));
+  EXPECT_TRUE(Claim_file(dir / "missing/first"));  // another failure is the writer's to meet
+  EXPECT_EQ(Listing(dir / "a"), "b/ first= link=");
+}
+
 // Relative paths start at the working directory; a final "." or ".." is kept, and ".." also
 // removes the empty first component that stands for the root.
 TEST(GetTotalPath, ResolvesDotsAgainstTheWorkingDirectory) {
@@ -207,11 +239,22 @@ TEST(ResultFile, WritesExactlyAndReportsAFailedWriteOnClose) {
   const std::string written = Read_file(dir / "res/k3/communities");
   EXPECT_TRUE(written.size() == 2288890u && written.ends_with("\n299998 \n299999 \n"));
 
-  Result_file full("/dev/full");
-  full << "no room for this\n";
-  EXPECT_EQ(testing::What<Xerror_msg>([&] { full.Close(); }),
-            "ERROR: could not write the whole of '/dev/full': No space left on device.");
-  EXPECT_NO_THROW(full.Close());
+  // The reason is the failed write's, whether that came at the close, beyond the staging buffer,
+  // or in the stream's own formatting.
+  for (const int how : {0, 1, 2}) {
+    Result_file full("/dev/full");
+    for (int i = 0; i < (how == 0 ? 1 : 300000); ++i) {
+      if (how == 2) {
+        full.out() << 0.5 << ' ';
+      } else {
+        full << "no room for this\n";
+      }
+    }
+    EXPECT_EQ(testing::What<Xerror_msg>([&] { full.Close(); }),
+              "ERROR: could not write the whole of '/dev/full': No space left on device.")
+        << how;
+    EXPECT_NO_THROW(full.Close());
+  }
   EXPECT_NO_THROW(Result_file("/dev/full") << "lost in the destructor\n");
   for (const std::string& path : {dir / "missing/out.txt", dir.path()}) {
     EXPECT_NO_THROW(Result_file(path).Close());

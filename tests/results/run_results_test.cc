@@ -3,6 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <functional>
+#include <string>
+#include <vector>
 
 #include "tests/results/results_fixtures.h"
 
@@ -138,6 +141,64 @@ TEST(RunResults, FilesThatDoNotFitTheRunAndIncompleteResultsAreReported) {
     const std::string expected =
         "ERROR: " + copy + (c.message.starts_with(":") ? "" : "/") + c.message;
     EXPECT_EQ(Error_of([&] { Read_results_dir(copy, std::nullopt); }), expected);
+  }
+}
+
+// What an interrupted run leaves of the file it was writing: its last line cut short, and none
+// of the files after it. Allowed to read that, the reader leaves the cut line out and names the
+// file; a file that then lists fewer communities holds the first ones.
+TEST(RunResults, AFileCutInsideALineIsReadWithoutItWhenThatIsAllowed) {
+  Test_dir dir;
+  Write_file(dir / "net.links", kLinks);
+  ASSERT_EQ(testing::Run_varnel(dir.path(), {"-i", "net.links", "-o", "out"}), 0);
+  const std::vector<std::string> after_links = {
+      "k=3/graph_of_communities", "k=3/membership_distribution", "k=3/size_distribution",
+      "k=3/overlap_distribution", "k=3/degree_distribution"};
+  struct Case {
+    std::string file;
+    std::size_t cut;  // bytes cut off its end
+    std::vector<std::string> removed;
+    std::function<std::string(const RunResults&)> show;
+    std::string read;
+  };
+  const auto k3 = [](const RunResults& run) { return Text_of(run.per_k.at(0)); };
+  const std::vector<Case> cases = {
+      // "1: a b c d \n" cut to "1: a b"
+      {"cliques",
+       6,
+       {"k=3", "k=4"},
+       [](const RunResults& run) { return std::to_string(run.cliques.size()) + run.missing.at(0); },
+       "1k=3 (no directory)"},
+      // "c d\n" cut to "c"
+      {"k=3/communities_links", 3, after_links, k3,
+       "0: d e f / d-e d-f e-f / 0\n1: a b c d / a-b a-c a-d b-c b-d / 1\n"},
+      // "1:\na b\n..." cut to "1"
+      {"k=3/communities_links", 26, after_links, k3,
+       "0: d e f / d-e d-f e-f / 0\n1: a b c d / / 1\n"},
+      // "3 1\n4 1\n\n" cut to "3 1\n4 1"
+      {"k=3/size_distribution",
+       2,
+       {},
+       [](const RunResults& run) {
+         std::string text;
+         for (const auto& [value, n] : run.per_k.at(0).distributions.at("size_distribution")) {
+           text += std::to_string(value) + ":" + std::to_string(n) + " ";
+         }
+         return text;
+       },
+       "3:1 "},
+  };
+  int copies = 0;
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.file + " " + std::to_string(c.cut));
+    const std::string copy = dir / ("copy" + std::to_string(++copies));
+    fs::copy(dir / "out", copy, fs::copy_options::recursive);
+    for (const std::string& removed : c.removed) fs::remove_all(copy + "/" + removed);
+    fs::resize_file(copy + "/" + c.file, fs::file_size(copy + "/" + c.file) - c.cut);
+    EXPECT_THROW(Read_results_dir(copy, std::nullopt), Xerror_msg);
+    const RunResults run = Read_results_dir(copy, std::nullopt, true);
+    EXPECT_EQ(run.cut, std::vector<std::string>{c.file});
+    EXPECT_EQ(c.show(run), c.read);
   }
 }
 
