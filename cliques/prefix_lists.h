@@ -2,14 +2,15 @@
 // least t nodes with a given one without comparing it with the others. A clique's prefix, for
 // keys of r nodes, is its first size - t + r ranks (rarest node first, see clique_profile.h): two
 // cliques that share t nodes have their r rarest shared nodes inside both prefixes, so both are
-// listed under that r-node key. Keys are single nodes (r = 1) or node pairs (r = 2): pairs make
-// shorter lists but many more entries; Build weighs the two for the cliques at hand. Lists keep
-// their cliques ascending and forget, as they are walked, the cliques the caller calls taken.
-// The memory of one Build is kept for the next.
+// listed under that r-node key. Keys of more nodes make shorter lists, with fewer cliques that
+// share the key but not t nodes, out of many more entries; the caller weighs the two with
+// Entries. Lists keep their cliques ascending and forget, as they are walked, the cliques the
+// caller calls taken. The memory of one Build is kept for the next.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <vector>
 
 #include "cliques/clique_profile.h"
@@ -18,9 +19,21 @@ namespace kcp {
 
 class PrefixLists {
  public:
-  // Lists every clique of the profile with at least `least_size` members (least_size >= t >= 1).
-  // Throws std::bad_alloc when the lists would hold more entries than 32-bit positions count.
-  void Build(const CliqueProfile& profile, const std::uint32_t& t, const std::uint32_t& least_size);
+  static constexpr std::uint32_t kMaxKeyNodes = 3;
+
+  // The most nodes a key can have for threshold t: at most t, kMaxKeyNodes, and two when ranks
+  // are too many to pack three of them into 64 bits.
+  static std::uint32_t Max_key_nodes(const CliqueProfile& profile, const std::uint32_t& t);
+
+  // The entries that lists with keys of `key_nodes` nodes would hold for the cliques Build lists.
+  static std::uint64_t Entries(const CliqueProfile& profile, const std::uint32_t& t,
+                               const std::uint32_t& least_size, const std::uint32_t& key_nodes);
+
+  // Lists, under keys of key_nodes (1 to Max_key_nodes) nodes, every clique of the profile with
+  // at least least_size (>= t >= 1) members. Throws std::bad_alloc when the lists would hold more
+  // entries than 32-bit positions count.
+  void Build(const CliqueProfile& profile, const std::uint32_t& t, const std::uint32_t& least_size,
+             const std::uint32_t& key_nodes);
 
   // Calls visit(j) for every clique j listed under a key of clique c's prefix (c itself when it
   // is listed) for which taken(j) is false, once per key: a clique sharing several keys with c
@@ -29,74 +42,104 @@ class PrefixLists {
   template <typename Taken, typename Visit>
   void Walk(const std::uint32_t& c, Taken&& taken, Visit&& visit);
 
-  // The number of nodes of a key: 1 or 2.
   std::uint32_t Key_nodes() const { return key_nodes_; }
 
  private:
   static constexpr std::uint32_t kNoKey = 0xffffffffu;
 
-  std::uint32_t Prefix_length(const std::uint32_t& size) const { return size - t_ + key_nodes_; }
-  void Build_node_keys(const std::uint32_t& least_size);
-  void Build_pair_keys(const std::uint32_t& least_size);
-  // The key of the pair (a, b) of ranks, a < b, made when `add` and missing; kNoKey otherwise.
-  std::uint32_t Pair_key(const std::uint32_t& a, const std::uint32_t& b, const bool& add);
-  void Place(const std::uint32_t& key, const std::uint32_t& clique);
+  static std::uint32_t Prefix_length(const std::uint32_t& size, const std::uint32_t& t,
+                                     const std::uint32_t& key_nodes) {
+    return size - t + key_nodes;
+  }
+  // Calls f(packed key) for every key of a prefix of ranks.
+  template <typename F>
+  void Each_key(const std::span<const std::uint32_t>& prefix, F&& f) const;
+  // The list of a packed key, made when `add` and missing; kNoKey otherwise.
+  std::uint32_t Key_list(const std::uint64_t& key, const bool& add);
   // Ends the counting: begin_ from the counts, end_ at each begin, ready for Place.
   void Open_lists();
+  void Place(const std::uint32_t& list, const std::uint32_t& clique) {
+    entries_[end_[list]++] = clique;
+  }
 
   template <typename Taken, typename Visit>
-  void Walk_key(const std::uint32_t& key, Taken& taken, Visit& visit);
+  void Walk_list(const std::uint32_t& list, Taken& taken, Visit& visit);
 
   const CliqueProfile* profile_ = nullptr;
   std::uint32_t t_ = 1;
   std::uint32_t key_nodes_ = 1;
-  std::vector<std::uint32_t> begin_;    // key -> its first entry (counts while building)
-  std::vector<std::uint32_t> end_;      // key -> one past its last untaken entry
-  std::vector<std::uint32_t> entries_;  // cliques, key by key
-  // Pair keys: the keys of each listed clique, and an open-addressing table of the pairs.
+  std::vector<std::uint32_t> begin_;    // list -> its first entry (counts while building)
+  std::vector<std::uint32_t> end_;      // list -> one past its last untaken entry
+  std::vector<std::uint32_t> entries_;  // cliques, list by list
+  // Keys of several nodes: the lists of each listed clique, and an open-addressing table from
+  // packed keys to their lists. Single nodes are their own lists.
   std::vector<std::uint64_t> own_begin_;
-  std::vector<std::uint32_t> own_keys_;
-  std::vector<std::uint64_t> pair_slots_;  // (a << 32 | b), or ~0 when free
-  std::vector<std::uint32_t> pair_ids_;
-  std::uint32_t pair_count_ = 0;
+  std::vector<std::uint32_t> own_lists_;
+  std::vector<std::uint64_t> key_slots_;  // packed keys, or ~0 when free
+  std::vector<std::uint32_t> key_lists_;
+  std::uint32_t key_count_ = 0;
 };
 
+template <typename F>
+void PrefixLists::Each_key(const std::span<const std::uint32_t>& prefix, F&& f) const {
+  const std::size_t n = prefix.size();
+  if (key_nodes_ == 2) {
+    for (std::size_t a = 0; a < n; ++a) {
+      for (std::size_t b = a + 1; b < n; ++b) f((std::uint64_t{prefix[a]} << 32) | prefix[b]);
+    }
+    return;
+  }
+  for (std::size_t a = 0; a < n; ++a) {
+    for (std::size_t b = a + 1; b < n; ++b) {
+      const std::uint64_t ab = (std::uint64_t{prefix[a]} << 42) | (std::uint64_t{prefix[b]} << 21);
+      for (std::size_t c = b + 1; c < n; ++c) f(ab | prefix[c]);
+    }
+  }
+}
+
 template <typename Taken, typename Visit>
-void PrefixLists::Walk_key(const std::uint32_t& key, Taken& taken, Visit& visit) {
-  const std::uint32_t end = end_[key];
-  std::uint32_t kept = begin_[key];
-  for (std::uint32_t q = begin_[key]; q < end; ++q) {
+void PrefixLists::Walk_list(const std::uint32_t& list, Taken& taken, Visit& visit) {
+  const std::uint32_t end = end_[list];
+  std::uint32_t kept = begin_[list];
+  for (std::uint32_t q = begin_[list]; q < end; ++q) {
     const std::uint32_t j = entries_[q];
     if (taken(j)) continue;
     // Kept entries move up over forgotten ones, in order.
     entries_[kept++] = j;
     visit(j);
   }
-  end_[key] = kept;
+  end_[list] = kept;
 }
 
 template <typename Taken, typename Visit>
 void PrefixLists::Walk(const std::uint32_t& c, Taken&& taken, Visit&& visit) {
   const std::uint32_t size = profile_->Of(c).size;
   if (size < t_) return;
-  const std::span<const std::uint32_t> prefix = profile_->Ranks(c).first(Prefix_length(size));
+  const std::span<const std::uint32_t> prefix =
+      profile_->Ranks(c).first(Prefix_length(size, t_, key_nodes_));
   if (key_nodes_ == 1) {
-    for (const std::uint32_t& rank : prefix) Walk_key(rank, taken, visit);
+    for (const std::uint32_t& rank : prefix) {
+      if (begin_[rank] != end_[rank]) __builtin_prefetch(entries_.data() + begin_[rank]);
+    }
+    for (const std::uint32_t& rank : prefix) Walk_list(rank, taken, visit);
     return;
   }
   if (c + std::size_t{1} < own_begin_.size() && own_begin_[c] != own_begin_[c + 1]) {
+    // The heads of all the lists are fetched before the first is walked.
     for (std::uint64_t p = own_begin_[c]; p < own_begin_[c + 1]; ++p) {
-      Walk_key(own_keys_[p], taken, visit);
+      const std::uint32_t list = own_lists_[p];
+      if (begin_[list] != end_[list]) __builtin_prefetch(entries_.data() + begin_[list]);
+    }
+    for (std::uint64_t p = own_begin_[c]; p < own_begin_[c + 1]; ++p) {
+      Walk_list(own_lists_[p], taken, visit);
     }
     return;
   }
-  // A clique that is not listed looks its pairs up.
-  for (std::size_t a = 0; a < prefix.size(); ++a) {
-    for (std::size_t b = a + 1; b < prefix.size(); ++b) {
-      const std::uint32_t key = Pair_key(prefix[a], prefix[b], false);
-      if (key != kNoKey) Walk_key(key, taken, visit);
-    }
-  }
+  // A clique that is not listed looks its keys up.
+  Each_key(prefix, [&](const std::uint64_t& key) {
+    const std::uint32_t list = Key_list(key, false);
+    if (list != kNoKey) Walk_list(list, taken, visit);
+  });
 }
 
 }  // namespace kcp

@@ -41,11 +41,31 @@ OverlapRows::OverlapRows(const CliqueList& cliques, const OverlapMatrix& overlap
     lists_ = std::make_unique<PrefixLists>();
   }
   const bool all_exact = n_exact >= cliques_.size();
-  lists_->Build(*profile_, least_, all_exact ? std::max(least_, k_) : least_);
+  least_size_ = all_exact ? std::max(least_, k_) : least_;
   const std::size_t words = (cliques_.size() + 63) / 64;
   taken_.assign(words, 0);
   seen_.assign(words, 0);
   cold_marks_.assign((profile_->Rank_count() + std::size_t{63}) / 64, 0);
+  lists_->Build(*profile_, least_, least_size_, Key_nodes());
+}
+
+std::uint32_t OverlapRows::Key_nodes() const {
+  const auto entries = [&](const std::uint32_t& key_nodes) {
+    return PrefixLists::Entries(*profile_, least_, least_size_, key_nodes);
+  };
+  const std::uint32_t most = PrefixLists::Max_key_nodes(*profile_, least_);
+  std::uint32_t key_nodes = 1;
+  std::uint64_t last = entries(1);
+  // Longer keys while their entries stay within these multiples of the shorter keys' entries:
+  // beyond, building and forgetting the entries costs more than the comparisons they spare.
+  for (const std::uint64_t& ratio : {std::uint64_t{5}, std::uint64_t{2}}) {
+    if (key_nodes == most) break;
+    const std::uint64_t next = entries(key_nodes + 1);
+    if (next > ratio * last) break;
+    ++key_nodes;
+    last = next;
+  }
+  return key_nodes;
 }
 
 OverlapRows::~OverlapRows() {

@@ -56,12 +56,15 @@ class OverlapRows {
                     CliqueIndexList& out);
   // The nodes j shares with the clique whose cold ranks are marked, among j's cold members.
   std::uint32_t Shared_cold(const std::uint32_t& j) const;
+  // The nodes of the keys that the cliques at hand are listed under.
+  std::uint32_t Key_nodes() const;
 
   const CliqueList& cliques_;
   const OverlapMatrix& overlaps_;
   std::uint32_t k_;
-  std::uint32_t need_;   // k - 1, unsigned: wraps at k = 0 so that nothing qualifies
-  std::uint32_t least_;  // max(need_, 1): pairs without a shared node have no entry
+  std::uint32_t need_;            // k - 1, unsigned: wraps at k = 0 so that nothing qualifies
+  std::uint32_t least_;           // max(need_, 1): pairs without a shared node have no entry
+  std::uint32_t least_size_ = 0;  // the fewest members a listed clique has
 
   std::shared_ptr<OnDemandIndex> index_;
   std::shared_ptr<const CliqueProfile> profile_;
