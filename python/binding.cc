@@ -38,10 +38,12 @@ void Yield_to_others(const std::size_t& i) {
   const py::gil_scoped_release release;
 }
 
-// The node objects of ascending node indices, looked up through the run's positions.
-py::tuple Node_tuple(const NodeList& members, const std::vector<std::uint32_t>& positions,
-                     const py::list& nodes) {
-  py::tuple out(members.size());
+// The node objects of ascending node indices, looked up through the run's positions, as a tuple
+// or a list.
+template <typename Sequence>
+Sequence Node_sequence(const NodeList& members, const std::vector<std::uint32_t>& positions,
+                       const py::list& nodes) {
+  Sequence out(members.size());
   for (std::size_t i = 0; i < members.size(); ++i) {
     const std::uint32_t position = positions.at(members[i] - std::size_t{1});
     if (position >= nodes.size()) throw py::index_error("fewer nodes than the run has names");
@@ -50,11 +52,14 @@ py::tuple Node_tuple(const NodeList& members, const std::vector<std::uint32_t>& 
   return out;
 }
 
-py::list Node_tuples(const CliqueList& lists, const std::vector<std::uint32_t>& positions,
-                     const py::list& nodes) {
-  py::list out(lists.size());
+// Those of every list of at least min_size nodes.
+template <typename Sequence = py::tuple>
+py::list Node_sequences(const CliqueList& lists, const std::vector<std::uint32_t>& positions,
+                        const py::list& nodes, const std::size_t& min_size = 0) {
+  py::list out;
   for (std::size_t i = 0; i < lists.size(); ++i) {
-    out[i] = Node_tuple(lists[i], positions, nodes);
+    if (lists[i].size() >= min_size)
+      out.append(Node_sequence<Sequence>(lists[i], positions, nodes));
     Yield_to_others(i);
   }
   return out;
@@ -136,23 +141,31 @@ PYBIND11_MODULE(_core, m) {
       .def(
           "cliques",
           [](const MemoryRun& run, const py::list& nodes) {
-            return Node_tuples(run.Cliques(), run.Positions(), nodes);
+            return Node_sequences(run.Cliques(), run.Positions(), nodes);
           },
           py::arg("nodes"), "The cliques in the run's order, as tuples of nodes.")
+      .def(
+          "clique_lists",
+          [](const MemoryRun& run, const py::list& nodes, std::size_t min_size) {
+            return Node_sequences<py::list>(run.Cliques(), run.Positions(), nodes, min_size);
+          },
+          py::arg("nodes"), py::arg("min_size"),
+          "The cliques of at least min_size nodes in the run's order, as lists of nodes.")
       .def(
           "pair_cliques",
           [](const MemoryRun& run, const py::list& nodes) {
             const CliqueList pairs =
                 Interruptible([&](const StopRequest&) { return run.Pair_cliques(); });
-            return Node_tuples(pairs, run.Positions(), nodes);
+            return Node_sequences<py::list>(pairs, run.Positions(), nodes);
           },
-          py::arg("nodes"), "The maximal cliques of two nodes, which the run does not list.")
+          py::arg("nodes"),
+          "The maximal cliques of two nodes, which the run does not list, as lists of nodes.")
       .def(
           "communities",
           [](const MemoryRun& run, std::uint32_t k, const py::list& nodes) {
             const KCommunities found =
                 Interruptible([&](const StopRequest&) { return run.Communities(k); });
-            return py::make_tuple(Node_tuples(found.communities, run.Positions(), nodes),
+            return py::make_tuple(Node_sequences(found.communities, run.Positions(), nodes),
                                   Index_tuples(found.cliques), found.n_exact);
           },
           py::arg("k"), py::arg("nodes"),
@@ -166,7 +179,7 @@ PYBIND11_MODULE(_core, m) {
               cliques.insert(cliques.end(), pairs.begin(), pairs.end());
               return Percolate_cliques(cliques, 2);
             });
-            return Node_tuples(found, run.Positions(), nodes);
+            return Node_sequences(found, run.Positions(), nodes);
           },
           py::arg("nodes"),
           "The communities at k = 2: percolation over the cliques and the cliques of two nodes.");
