@@ -6,7 +6,8 @@ k_clique_communities(G, k, cliques=None)
     networkx's k_clique_communities: yields the k-clique communities of G as frozensets of
     nodes (k >= 2; at k = 2 the connected parts of G that hold a link). With cliques given
     (any iterable of node lists, such as networkx.find_cliques(G)), G is not read and the
-    communities are those of the cliques of at least k nodes.
+    communities are those of the cliques of at least k nodes, counted as given (repeated nodes
+    included), as networkx counts them.
 
 communities(G, ks=None, time_limit=None, directed=False)
     The program's whole run in one call, without files: the maximal cliques, then the
@@ -41,9 +42,10 @@ where an undirected one is needed (communities() without directed=True included)
 varnel.DirectedGraphError, a TypeError that is also a networkx.NetworkXNotImplemented; something
 that is not a graph, a link that is not a pair or a node that is not hashable raises TypeError;
 an error of the core raises varnel.Error (a RuntimeError). Ctrl-C raises KeyboardInterrupt
-during any call; the core stops at its next check (between nodes of the clique search, between
-k) and frees what it held. The core runs without the interpreter lock, so other threads go on
-meanwhile.
+during any call as soon as the core reaches its next check (before each node of the clique
+search and of the approximation, at every clock check of a time-limited search, between k; the
+percolation at one k runs to its end), and the core frees what it held. The core runs without
+the interpreter lock, so other threads go on meanwhile.
 
 With networkx 3 installed, varnel is also a networkx backend (varnel.backend):
 nx.community.k_clique_communities(G, 4, backend="varnel") and nx.find_cliques(G,
