@@ -68,7 +68,7 @@ std::vector<char> Nodes_of(const CliqueList& lists) {
 
 template <typename CoreMap>
 void Appr_core_cliques_of(const CoreMap& core, const CliqueList& exact_cliques,
-                          CliqueList& approximate) {
+                          CliqueList& approximate, const StopRequest* stop) {
   approximate.clear();
   // Every node a neighbourhood can hold; in a proper core these are core nodes only.
   std::vector<char> core_nodes;
@@ -86,6 +86,7 @@ void Appr_core_cliques_of(const CoreMap& core, const CliqueList& exact_cliques,
   CliqueList candidates;
   Superset_index candidate_index(candidates, core_nodes);
   for (const auto& [n, vertex] : core) {
+    Check_stop(stop);
     // The neighbourhood alone, without n itself: deliberate.
     const NodeSet& neighs = vertex.Neighs_c();
     Clique s(neighs.begin(), neighs.end());
@@ -96,6 +97,7 @@ void Appr_core_cliques_of(const CoreMap& core, const CliqueList& exact_cliques,
 
   std::vector<char> marked(candidates.size(), 0);
   for (std::uint32_t a = 0; a < candidates.size(); ++a) {
+    Check_stop(stop);
     marked[a] = candidate_index.Has_superset(candidates[a], a) ? 1 : 0;
   }
   for (std::uint32_t a = 0; a < candidates.size(); ++a) {
@@ -105,14 +107,14 @@ void Appr_core_cliques_of(const CoreMap& core, const CliqueList& exact_cliques,
 
 }  // namespace
 
-void Appr_core_cliques(const VtxMap& core, const CliqueList& exact_cliques,
-                       CliqueList& approximate) {
-  Appr_core_cliques_of(core, exact_cliques, approximate);
+void Appr_core_cliques(const VtxMap& core, const CliqueList& exact_cliques, CliqueList& approximate,
+                       const StopRequest* stop) {
+  Appr_core_cliques_of(core, exact_cliques, approximate, stop);
 }
 
 void Appr_core_cliques(const VtxdMap& core, const CliqueList& exact_cliques,
-                       CliqueList& approximate) {
-  Appr_core_cliques_of(core, exact_cliques, approximate);
+                       CliqueList& approximate, const StopRequest* stop) {
+  Appr_core_cliques_of(core, exact_cliques, approximate, stop);
 }
 
 void Extend_clique_vec(CliqueList& cliques, std::uint32_t& n_exact, CliqueList& approximate) {

@@ -43,7 +43,8 @@ KnownCliques Known_cliques_of(const NodeIndex& v, const CliqueList& cliques,
 
 }  // namespace Clique_find_sub_routines
 
-void Clique_find(CliqueList& cliques, OverlapMatrix& overlaps, VtxMap& vertices) {
+void Clique_find(CliqueList& cliques, OverlapMatrix& overlaps, VtxMap& vertices,
+                 const StopRequest* stop) {
   using namespace Clique_find_sub_routines;
 
   Print_line(" Sorting the nodes...");
@@ -56,12 +57,13 @@ void Clique_find(CliqueList& cliques, OverlapMatrix& overlaps, VtxMap& vertices)
   const Adjacency graph(vertices);
   NodeSearch search(graph);
   NodeCliqueMap node_cliques;
-  Exact_loop(order, " Locating cliques:", "cliques", cliques, overlaps, [&](const NodeIndex& v) {
-    for (const NodeList& clique : Node_cliques_in_order(v, search, cliques, node_cliques)) {
-      Iktatjuk_az_uj_math_cliquet(cliques, clique, vertices, overlaps, node_cliques, false);
-    }
-    search.processed[v] = 1;
-  });
+  Exact_loop(
+      order, " Locating cliques:", "cliques", cliques, overlaps, stop, [&](const NodeIndex& v) {
+        for (const NodeList& clique : Node_cliques_in_order(v, search, cliques, node_cliques)) {
+          Iktatjuk_az_uj_math_cliquet(cliques, clique, vertices, overlaps, node_cliques, false);
+        }
+        search.processed[v] = 1;
+      });
 }
 
 }  // namespace kcp

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "cliques/overlap_matrix.h"
+#include "core/stop_request.h"
 #include "core/types.h"
 #include "core/xerror_msg.h"
 #include "graph/vertex_map.h"
@@ -20,7 +21,9 @@
 namespace kcp {
 
 // Clears cliques and overlaps.rows (min_shared is kept), then searches and prints its progress.
-void Clique_find(CliqueList& cliques, OverlapMatrix& overlaps, VtxMap& vertices);
+// Throws Xstopped before a node once stop is requested.
+void Clique_find(CliqueList& cliques, OverlapMatrix& overlaps, VtxMap& vertices,
+                 const StopRequest* stop = nullptr);
 
 namespace Clique_find_sub_routines {
 

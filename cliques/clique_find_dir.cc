@@ -436,7 +436,8 @@ void Main_inc_dir_investigator(const NodeIndex& v, VtxdMap& working, VtxdMap& ve
 
 }  // namespace Clique_find_dir_sub_routines
 
-void Clique_find_dir(CliqueList& cliques, OverlapMatrix& overlaps, VtxdMap& vertices) {
+void Clique_find_dir(CliqueList& cliques, OverlapMatrix& overlaps, VtxdMap& vertices,
+                     const StopRequest* stop) {
   using namespace Clique_find_dir_sub_routines;
   VtxdMap working = vertices;
 
@@ -447,7 +448,7 @@ void Clique_find_dir(CliqueList& cliques, OverlapMatrix& overlaps, VtxdMap& vert
   // The working graph is the whole graph less the processed nodes (see Dir_search).
   const Dir_arrays full(vertices);
   std::vector<char> processed(full.ins.Node_bound(), 0);
-  Exact_loop(order, " Locating dir. cliques:", "directed cliques", cliques, overlaps,
+  Exact_loop(order, " Locating dir. cliques:", "directed cliques", cliques, overlaps, stop,
              [&](const NodeIndex& v) {
                Investigate_node(v, working, vertices, full, full, processed, cliques, overlaps,
                                 node_cliques, kPlainDirSteps);

@@ -19,7 +19,9 @@
 namespace kcp {
 
 // Clears cliques and overlaps.rows (min_shared is kept), then searches and prints its progress.
-void Clique_find_dir(CliqueList& cliques, OverlapMatrix& overlaps, VtxdMap& vertices);
+// Throws Xstopped before a node once stop is requested.
+void Clique_find_dir(CliqueList& cliques, OverlapMatrix& overlaps, VtxdMap& vertices,
+                     const StopRequest* stop = nullptr);
 
 namespace Clique_find_dir_sub_routines {
 

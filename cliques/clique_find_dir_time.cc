@@ -142,7 +142,8 @@ void Main_inc_dir_inv_time(const NodeIndex& v, VtxdMap& working, const VtxdMap& 
 }  // namespace Clique_find_dir_sub_routines
 
 void Clique_find_dir_time(CliqueList& cliques, OverlapMatrix& overlaps, VtxdMap& vertices,
-                          VtxdMap& core, const double& max_time, const SearchClock& search_clock) {
+                          VtxdMap& core, const double& max_time, const SearchClock& search_clock,
+                          const StopRequest* stop) {
   using namespace Clique_find_dir_sub_routines;
   using namespace Clique_find_time_sub_routines;
   NodeOrder order;
@@ -151,6 +152,7 @@ void Clique_find_dir_time(CliqueList& cliques, OverlapMatrix& overlaps, VtxdMap&
   Time_limited_loop(cliques, overlaps, vertices, core, vertices, order, max_time, search_clock,
                     {" Locating dir. cliques, max. allowed time/node=", "directed cliques",
                      "no approximation was needed."},
+                    stop,
                     [&](const NodeIndex& v, VtxdMap& working, const long double& t0, bool& exceeded,
                         Attempt_timer& timer, KnownCliques known, NodeResult& node_result) {
                       found.clear();

@@ -13,7 +13,8 @@ namespace kcp {
 
 void Clique_find_dir_time(CliqueList& cliques, OverlapMatrix& overlaps, VtxdMap& vertices,
                           VtxdMap& core, const double& max_time,
-                          const SearchClock& search_clock = SearchClock());
+                          const SearchClock& search_clock = SearchClock(),
+                          const StopRequest* stop = nullptr);
 
 namespace Clique_find_dir_sub_routines {
 

@@ -162,6 +162,7 @@ bool Attempt_timer::Exceeded_in(const long double& t0, const double& max_time,
 }
 
 bool Attempt_timer::Exceeded(const long double& t0, const double& max_time) {
+  if (Stop_requested(stop_)) return true;
   if (clock_.monotonic) {
     // A processor reading taken now would show at most the real time since wall_start_, plus up
     // to 1 us because clock() truncates t0 to whole microseconds, plus what the scheduler's clock
@@ -287,13 +288,15 @@ void Register_pending(const PendingCliques& pending, CliqueList& cliques, VtxdMa
 }  // namespace Clique_find_time_sub_routines
 
 void Clique_find_part_time(CliqueList& cliques, OverlapMatrix& overlaps, VtxMap& vertices,
-                           VtxMap& core, const double& max_time, const SearchClock& search_clock) {
+                           VtxMap& core, const double& max_time, const SearchClock& search_clock,
+                           const StopRequest* stop) {
   using namespace Clique_find_time_sub_routines;
   NodeOrder order;
   Sort_Vtx_map(order, vertices);
   Time_limited_loop(
       cliques, overlaps, vertices, core, vertices, order, max_time, search_clock,
       {" Locating cliques, max. allowed time/node=", "cliques", " no approximation was needed"},
+      stop,
       [&](const NodeIndex& v, VtxMap& working, const long double& t0, bool& exceeded,
           Attempt_timer& timer, KnownCliques known, NodeResult& node_result) {
         Clique_find_main_time_part(v, working, vertices, t0, max_time, exceeded, node_result, timer,

@@ -21,6 +21,7 @@
 #include <vector>
 
 #include "cliques/clique_find.h"
+#include "core/stop_request.h"
 #include "core/types.h"
 #include "graph/vertex_map.h"
 
@@ -57,7 +58,8 @@ struct SearchClock {
 // core is replaced by what is left of the working copy of vertices. Throws as Clique_find does.
 void Clique_find_part_time(CliqueList& cliques, OverlapMatrix& overlaps, VtxMap& vertices,
                            VtxMap& core, const double& max_time,
-                           const SearchClock& search_clock = SearchClock());
+                           const SearchClock& search_clock = SearchClock(),
+                           const StopRequest* stop = nullptr);
 
 namespace Clique_find_time_sub_routines {
 
@@ -103,7 +105,9 @@ bool Time_exceeded(const long double& t0, const double& max_time,
 // real time since the attempt's start stays clearly below max_time, so does the processor time.
 class Attempt_timer {
  public:
-  explicit Attempt_timer(const SearchClock& search_clock) : clock_(search_clock) {}
+  // Once stop is requested every check counts as exceeded, so that the attempt ends at once.
+  explicit Attempt_timer(const SearchClock& search_clock, const StopRequest* stop = nullptr)
+      : clock_(search_clock), stop_(stop) {}
   // Starts an attempt: reads the monotonic clock, then the processor clock, and returns the
   // processor seconds t0.
   long double Start();
@@ -114,6 +118,7 @@ class Attempt_timer {
 
  private:
   const SearchClock& clock_;
+  const StopRequest* stop_;
   double wall_start_ = 0.0;
 };
 

@@ -17,11 +17,11 @@ namespace {
 
 template <typename CoreMap>
 void Approximate_core(const CoreMap& core, CliqueList& cliques, OverlapMatrix& overlaps,
-                      std::uint32_t& n_exact) {
+                      std::uint32_t& n_exact, const StopRequest* stop) {
   Print_underscores(45);
   Print_line(" Approximating cliques in the remaing core...");
   CliqueList approximate;
-  Appr_core_cliques(core, cliques, approximate);
+  Appr_core_cliques(core, cliques, approximate, stop);
   // Kept only while the matrix is computed on demand: should exact cliques be dropped, the rows
   // the search would have stored for them are needed after all.
   CliqueList searched;
@@ -47,26 +47,27 @@ namespace {
 
 void Search(const bool& time_limited, const bool& directed, CliqueList& cliques,
             OverlapMatrix& overlaps, VtxdMap& directed_vertices, VtxMap& vertices,
-            std::uint32_t& n_exact, const double& max_time, const SearchClock& search_clock) {
+            std::uint32_t& n_exact, const double& max_time, const SearchClock& search_clock,
+            const StopRequest* stop) {
   if (!time_limited) {
     if (directed) {
-      Clique_find_dir(cliques, overlaps, directed_vertices);
+      Clique_find_dir(cliques, overlaps, directed_vertices, stop);
     } else {
-      Clique_find(cliques, overlaps, vertices);
+      Clique_find(cliques, overlaps, vertices, stop);
     }
     n_exact = static_cast<std::uint32_t>(cliques.size());
     return;
   }
   if (directed) {
     VtxdMap core;
-    Clique_find_dir_time(cliques, overlaps, directed_vertices, core, max_time, search_clock);
+    Clique_find_dir_time(cliques, overlaps, directed_vertices, core, max_time, search_clock, stop);
     n_exact = static_cast<std::uint32_t>(cliques.size());
-    if (!core.empty()) Approximate_core(core, cliques, overlaps, n_exact);
+    if (!core.empty()) Approximate_core(core, cliques, overlaps, n_exact, stop);
   } else {
     VtxMap core;
-    Clique_find_part_time(cliques, overlaps, vertices, core, max_time, search_clock);
+    Clique_find_part_time(cliques, overlaps, vertices, core, max_time, search_clock, stop);
     n_exact = static_cast<std::uint32_t>(cliques.size());
-    if (!core.empty()) Approximate_core(core, cliques, overlaps, n_exact);
+    if (!core.empty()) Approximate_core(core, cliques, overlaps, n_exact, stop);
   }
 }
 
@@ -74,9 +75,10 @@ void Search(const bool& time_limited, const bool& directed, CliqueList& cliques,
 
 void Find_cliques(const bool& time_limited, const bool& directed, CliqueList& cliques,
                   OverlapMatrix& overlaps, VtxdMap& directed_vertices, VtxMap& vertices,
-                  std::uint32_t& n_exact, const double& max_time, const SearchClock& search_clock) {
+                  std::uint32_t& n_exact, const double& max_time, const SearchClock& search_clock,
+                  const StopRequest* stop) {
   Search(time_limited, directed, cliques, overlaps, directed_vertices, vertices, n_exact, max_time,
-         search_clock);
+         search_clock, stop);
   // From here on only percolation reads a stored matrix, at one k at a time.
   if (!overlaps.On_demand()) Order_rows_by_share(overlaps);
 }

@@ -8,6 +8,7 @@
 #include <cstdint>
 
 #include "cliques/clique_find_time.h"
+#include "core/stop_request.h"
 #include "core/types.h"
 #include "graph/vertex_map.h"
 
@@ -21,9 +22,11 @@ namespace kcp {
 OverlapMatrix Run_overlap_matrix(const std::uint32_t& min_shared);
 
 // max_time is read only when time_limited. search_clock stands in for the real clocks in tests.
+// A caller that may want the search ended early passes stop (see core/stop_request.h).
 void Find_cliques(const bool& time_limited, const bool& directed, CliqueList& cliques,
                   OverlapMatrix& overlaps, VtxdMap& directed_vertices, VtxMap& vertices,
                   std::uint32_t& n_exact, const double& max_time,
-                  const SearchClock& search_clock = SearchClock());
+                  const SearchClock& search_clock = SearchClock(),
+                  const StopRequest* stop = nullptr);
 
 }  // namespace kcp

@@ -9,6 +9,7 @@
 #include <string>
 
 #include "cliques/search_report.h"
+#include "core/stop_request.h"
 #include "core/types.h"
 #include "graph/vertex_map.h"
 #include "text/console.h"
@@ -16,16 +17,18 @@
 namespace kcp {
 
 // header is the progress line ("Locating cliques:"), items the closing word ("cliques"). The
-// cliques and overlaps start empty.
+// cliques and overlaps start empty. Throws Xstopped before a node once stop is requested.
 template <typename Search_node>
 void Exact_loop(const NodeOrder& order, const std::string& header, const std::string& items,
-                CliqueList& cliques, OverlapMatrix& overlaps, Search_node&& search_node) {
+                CliqueList& cliques, OverlapMatrix& overlaps, const StopRequest* stop,
+                Search_node&& search_node) {
   using namespace Clique_find_report_sub_routines;
   cliques.clear();
   overlaps.rows.clear();
   const auto total = static_cast<std::uint32_t>(order.size());
   std::uint32_t remaining = total;
   for (const NodeIndex v : order) {
+    Check_stop(stop);
     std::ostringstream block;
     Report_progress(header, "nodes", remaining, total, block);
     Print_text(block.str());

@@ -16,6 +16,7 @@
 #include "cliques/clique_find.h"
 #include "cliques/clique_find_time.h"
 #include "cliques/search_report.h"
+#include "core/stop_request.h"
 #include "core/types.h"
 #include "graph/vertex_map.h"
 #include "text/console.h"
@@ -32,12 +33,13 @@ struct Time_limited_texts {
 
 // attempt(v, working, t0, exceeded, timer, known, node_result) searches node v of `working`:
 // node_result gets the cliques it finds, in order; exceeded tells whether it ran over the limit.
-// `known` lists the registered cliques holding v.
+// `known` lists the registered cliques holding v. Once stop is requested the timer cuts the
+// attempt short and the loop throws Xstopped.
 template <typename Map, typename Attempt>
 void Time_limited_loop(CliqueList& cliques, OverlapMatrix& overlaps, Map& vertices, Map& core,
                        Map working, const NodeOrder& order, const double& max_time,
                        const SearchClock& search_clock, const Time_limited_texts& texts,
-                       Attempt&& attempt) {
+                       const StopRequest* stop, Attempt&& attempt) {
   using namespace Clique_find_time_sub_routines;
   using namespace Clique_find_report_sub_routines;
   cliques.clear();
@@ -51,7 +53,7 @@ void Time_limited_loop(CliqueList& cliques, OverlapMatrix& overlaps, Map& vertic
   std::uint32_t skipped = 0;
   bool go_on = true;
   NodeResult node_result;
-  Attempt_timer timer(search_clock);
+  Attempt_timer timer(search_clock, stop);
   while (!queue.empty() && go_on) {
     const NodeIndex v = queue.front();
     queue.pop_front();
@@ -64,6 +66,8 @@ void Time_limited_loop(CliqueList& cliques, OverlapMatrix& overlaps, Map& vertic
     bool exceeded = false;
     attempt(v, working, t0, exceeded, timer,
             Clique_find_sub_routines::Known_cliques_of(v, cliques, node_cliques), node_result);
+    // An attempt cut short by the request must not count as one that ran over the limit.
+    Check_stop(stop);
     if (exceeded) {
       go_on = Requeue_hard_node(v, skipped, working.size(), queue, texts.items);
       pending.insert(node_result.begin(), node_result.end());

@@ -1,13 +1,16 @@
 // The extension module varnel._core: the in-memory run and the clique percolation of the core,
 // for the package varnel (varnel/__init__.py), which turns graphs into the node names and link
 // positions taken here. Nodes come back as the objects of the `nodes` list the caller passes,
-// looked up by position, so that no node is converted twice. Errors of the core (Xerror_msg)
+// looked up by position, so that no node is converted twice. The core runs without the
+// interpreter lock and stops on Ctrl-C (interruptible.h): the arguments are read before it starts
+// and the results turned into Python objects after it ends. Errors of the core (Xerror_msg)
 // become varnel.Error, a RuntimeError; memory running out becomes MemoryError.
 #include <pybind11/pybind11.h>
 #include <pybind11/stl.h>
 
 #include <cstdint>
 #include <exception>
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
@@ -16,8 +19,8 @@
 #include "cliques/overlap_matrix.h"
 #include "core/xerror_msg.h"
 #include "python/clique_percolation.h"
+#include "python/interruptible.h"
 #include "python/memory_run.h"
-#include "python/quiet_console.h"
 
 namespace py = pybind11;
 
@@ -25,10 +28,22 @@ namespace kcp {
 
 namespace {
 
-// The node objects of ascending node indices, looked up through the run's positions.
-py::tuple Node_tuple(const NodeList& members, const std::vector<std::uint32_t>& positions,
-                     const py::list& nodes) {
-  py::tuple out(members.size());
+// Results are turned into Python objects with the interpreter lock held; a long list hands the
+// lock every kYieldEvery items to any thread waiting for it, and looks at Ctrl-C.
+constexpr std::size_t kYieldEvery = 4096;
+
+void Yield_to_others(const std::size_t& i) {
+  if (i % kYieldEvery != kYieldEvery - 1) return;
+  if (PyErr_CheckSignals() != 0) throw py::error_already_set();
+  const py::gil_scoped_release release;
+}
+
+// The node objects of ascending node indices, looked up through the run's positions, as a tuple
+// or a list.
+template <typename Sequence>
+Sequence Node_sequence(const NodeList& members, const std::vector<std::uint32_t>& positions,
+                       const py::list& nodes) {
+  Sequence out(members.size());
   for (std::size_t i = 0; i < members.size(); ++i) {
     const std::uint32_t position = positions.at(members[i] - std::size_t{1});
     if (position >= nodes.size()) throw py::index_error("fewer nodes than the run has names");
@@ -37,18 +52,37 @@ py::tuple Node_tuple(const NodeList& members, const std::vector<std::uint32_t>& 
   return out;
 }
 
-py::list Node_tuples(const CliqueList& lists, const std::vector<std::uint32_t>& positions,
-                     const py::list& nodes) {
-  py::list out(lists.size());
-  for (std::size_t i = 0; i < lists.size(); ++i) out[i] = Node_tuple(lists[i], positions, nodes);
+// Those of every list of at least min_size nodes.
+template <typename Sequence = py::tuple>
+py::list Node_sequences(const CliqueList& lists, const std::vector<std::uint32_t>& positions,
+                        const py::list& nodes, const std::size_t& min_size = 0) {
+  py::list out;
+  for (std::size_t i = 0; i < lists.size(); ++i) {
+    if (lists[i].size() >= min_size)
+      out.append(Node_sequence<Sequence>(lists[i], positions, nodes));
+    Yield_to_others(i);
+  }
   return out;
 }
 
 py::list Index_tuples(const CommunityCliqueLists& lists) {
   py::list out(lists.size());
-  for (std::size_t i = 0; i < lists.size(); ++i) out[i] = py::tuple(py::cast(lists[i]));
+  for (std::size_t i = 0; i < lists.size(); ++i) {
+    out[i] = py::tuple(py::cast(lists[i]));
+    Yield_to_others(i);
+  }
   return out;
 }
+
+// A run's structures are large; they are freed without the interpreter lock (a Run is deleted
+// only where the lock is held).
+struct Free_without_lock {
+  void operator()(MemoryRun* run) const {
+    const py::gil_scoped_release release;
+    delete run;
+  }
+};
+using RunHolder = std::unique_ptr<MemoryRun, Free_without_lock>;
 
 // Cliques of node positions (from 0) in, communities of node positions out.
 std::vector<std::vector<std::uint32_t>> Percolate_positions(
@@ -75,6 +109,7 @@ std::vector<std::vector<std::uint32_t>> Percolate_positions(
 PYBIND11_MODULE(_core, m) {
   using namespace kcp;
   m.doc() = "The core of Varnel for the package varnel; use the package's functions instead.";
+  m.attr("version") = VARNEL_VERSION;
 
   static py::exception<Xerror_msg> error(m, "Error", PyExc_RuntimeError);
   py::register_exception_translator([](std::exception_ptr thrown) {
@@ -90,9 +125,14 @@ PYBIND11_MODULE(_core, m) {
     }
   });
 
-  py::class_<MemoryRun>(m, "Run")
-      .def(py::init<const std::vector<std::string>&, const std::vector<std::uint32_t>&, bool,
-                    std::optional<double>>(),
+  py::class_<MemoryRun, RunHolder>(m, "Run")
+      .def(py::init([](const std::vector<std::string>& names,
+                       const std::vector<std::uint32_t>& links, bool directed,
+                       std::optional<double> time_limit) {
+             return Interruptible([&](const StopRequest& stop) {
+               return RunHolder(new MemoryRun(names, links, directed, time_limit, &stop));
+             });
+           }),
            py::arg("names"), py::arg("links"), py::arg("directed"), py::arg("time_limit"),
            "Searches the cliques of the links (pairs of positions into names).")
       .def_property_readonly("n_exact", &MemoryRun::N_exact)
@@ -101,20 +141,31 @@ PYBIND11_MODULE(_core, m) {
       .def(
           "cliques",
           [](const MemoryRun& run, const py::list& nodes) {
-            return Node_tuples(run.Cliques(), run.Positions(), nodes);
+            return Node_sequences(run.Cliques(), run.Positions(), nodes);
           },
           py::arg("nodes"), "The cliques in the run's order, as tuples of nodes.")
       .def(
+          "clique_lists",
+          [](const MemoryRun& run, const py::list& nodes, std::size_t min_size) {
+            return Node_sequences<py::list>(run.Cliques(), run.Positions(), nodes, min_size);
+          },
+          py::arg("nodes"), py::arg("min_size"),
+          "The cliques of at least min_size nodes in the run's order, as lists of nodes.")
+      .def(
           "pair_cliques",
           [](const MemoryRun& run, const py::list& nodes) {
-            return Node_tuples(run.Pair_cliques(), run.Positions(), nodes);
+            const CliqueList pairs =
+                Interruptible([&](const StopRequest&) { return run.Pair_cliques(); });
+            return Node_sequences<py::list>(pairs, run.Positions(), nodes);
           },
-          py::arg("nodes"), "The maximal cliques of two nodes, which the run does not list.")
+          py::arg("nodes"),
+          "The maximal cliques of two nodes, which the run does not list, as lists of nodes.")
       .def(
           "communities",
           [](const MemoryRun& run, std::uint32_t k, const py::list& nodes) {
-            const KCommunities found = run.Communities(k);
-            return py::make_tuple(Node_tuples(found.communities, run.Positions(), nodes),
+            const KCommunities found =
+                Interruptible([&](const StopRequest&) { return run.Communities(k); });
+            return py::make_tuple(Node_sequences(found.communities, run.Positions(), nodes),
                                   Index_tuples(found.cliques), found.n_exact);
           },
           py::arg("k"), py::arg("nodes"),
@@ -122,10 +173,13 @@ PYBIND11_MODULE(_core, m) {
       .def(
           "pair_communities",
           [](const MemoryRun& run, const py::list& nodes) {
-            CliqueList cliques = run.Cliques();
-            const CliqueList pairs = run.Pair_cliques();
-            cliques.insert(cliques.end(), pairs.begin(), pairs.end());
-            return Node_tuples(Percolate_cliques(cliques, 2), run.Positions(), nodes);
+            const CommunityList found = Interruptible([&](const StopRequest&) {
+              CliqueList cliques = run.Cliques();
+              const CliqueList pairs = run.Pair_cliques();
+              cliques.insert(cliques.end(), pairs.begin(), pairs.end());
+              return Percolate_cliques(cliques, 2);
+            });
+            return Node_sequences(found, run.Positions(), nodes);
           },
           py::arg("nodes"),
           "The communities at k = 2: percolation over the cliques and the cliques of two nodes.");
@@ -133,8 +187,7 @@ PYBIND11_MODULE(_core, m) {
   m.def(
       "percolate",
       [](const std::vector<std::vector<std::uint32_t>>& cliques, std::uint32_t k) {
-        const QuietConsole quiet;
-        return Percolate_positions(cliques, k);
+        return Interruptible([&](const StopRequest&) { return Percolate_positions(cliques, k); });
       },
       py::arg("cliques"), py::arg("k"),
       "The k-clique communities of cliques given as lists of node positions (from 0).");

@@ -15,10 +15,12 @@ namespace kcp {
 namespace {
 
 // The links as the link reader would have stored them: name pairs, self-links dropped.
-LinkMap Link_map(const std::vector<std::string>& names, const std::vector<std::uint32_t>& links) {
+LinkMap Link_map(const std::vector<std::string>& names, const std::vector<std::uint32_t>& links,
+                 const StopRequest* stop) {
   if (links.size() % 2 != 0) throw Xerror_msg("ERROR: a link list needs two ends per link.");
   LinkMap map;
   for (std::size_t i = 0; i < links.size(); i += 2) {
+    if (i % 8192 == 0) Check_stop(stop);
     if (links[i] >= names.size() || links[i + 1] >= names.size()) {
       throw Xerror_msg("ERROR: a link names node position " +
                        std::to_string(std::max(links[i], links[i + 1])) + " of " +
@@ -49,15 +51,18 @@ std::vector<std::uint32_t> Positions_of(const std::vector<std::string>& names,
 }  // namespace
 
 MemoryRun::MemoryRun(const std::vector<std::string>& names, const std::vector<std::uint32_t>& links,
-                     bool directed, std::optional<double> time_limit)
+                     bool directed, std::optional<double> time_limit, const StopRequest* stop)
     : directed_(directed) {
   const QuietConsole quiet;
   NameMap indexed;
   {
-    const LinkMap link_map = Link_map(names, links);
+    const LinkMap link_map = Link_map(names, links, stop);
+    Check_stop(stop);
     Convert_s_links(index_links_, indexed, link_map, directed);
   }
+  Check_stop(stop);
   positions_ = Positions_of(names, indexed);
+  Check_stop(stop);
 
   VtxdMap directed_vertices;
   if (directed) {
@@ -65,10 +70,11 @@ MemoryRun::MemoryRun(const std::vector<std::string>& names, const std::vector<st
   } else {
     Vtx_map_from_link_map(vertices_, index_links_);
   }
+  Check_stop(stop);
   // As a run over every k: pairs sharing one node matter to no k from 3 on.
   overlaps_ = Run_overlap_matrix(2);
   Find_cliques(time_limit.has_value(), directed, cliques_, overlaps_, directed_vertices, vertices_,
-               n_exact_, time_limit.value_or(0.0));
+               n_exact_, time_limit.value_or(0.0), SearchClock(), stop);
 }
 
 KCommunities MemoryRun::Communities(std::uint32_t k) const {

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "communities/percolation.h"
+#include "core/stop_request.h"
 #include "core/types.h"
 #include "graph/vertex_map.h"
 
@@ -30,9 +31,10 @@ class MemoryRun {
   // names[p] is the name of the node at position p; links holds (source, target) positions, one
   // link every two entries. Self-links are dropped, as the link reader drops them. With a time
   // limit the search is the program's -t search. Throws Xerror_msg for a repeated name, an odd
-  // link list or a position past names; the errors of the search pass through.
+  // link list or a position past names; the errors of the search pass through, Xstopped among
+  // them once stop is requested.
   MemoryRun(const std::vector<std::string>& names, const std::vector<std::uint32_t>& links,
-            bool directed, std::optional<double> time_limit);
+            bool directed, std::optional<double> time_limit, const StopRequest* stop = nullptr);
 
   // Exact cliques first (N_exact of them), then the approximate ones.
   const CliqueList& Cliques() const { return cliques_; }

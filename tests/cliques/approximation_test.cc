@@ -77,6 +77,17 @@ TEST(Approximation, AgreesWithPlainScansOnRandomCoresOfBothKinds) {
   }
 }
 
+TEST(Approximation, StopRequestEndsTheWork) {
+  VtxMap core;
+  Vtx_map_from_link_map(core, IndexLinkMap{{{1, 2}, 1.0}, {{2, 3}, 1.0}});
+  StopRequest stop;
+  stop.Request();
+  CliqueList approximate;
+  EXPECT_THROW(Appr_core_cliques(core, {}, approximate, &stop), Xstopped);
+  Appr_core_cliques(core, {}, approximate, nullptr);
+  EXPECT_FALSE(approximate.empty());
+}
+
 TEST(Approximation, ExtendCliqueVecAgreesWithPlainScansOnRandomLists) {
   std::mt19937 random(5);
   for (int round = 0; round < 300; ++round) {

@@ -93,5 +93,42 @@ TEST(CliqueSearchStage, CoreNeighbourhoodInsideAnExactCliqueIsNoApproximateCliqu
                                      {{0, 2}, {1, 2}, {2, 2}, {3, 3}}}));
 }
 
+// A stop request ends each search with Xstopped: the exact ones before their next node, the
+// time-limited ones within the attempt under way, whose clock here would never run out.
+TEST(CliqueSearchStage, StopRequestEndsEverySearchAtOnce) {
+  IndexLinkMap links;
+  for (NodeIndex a = 1; a <= 12; ++a) {
+    for (NodeIndex b = a + 1; b <= 12; ++b) links[{a, b}] = 1.0;
+  }
+  IndexLinkMap both_ways;
+  testing::Both_ways(both_ways, {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12});
+  for (const bool time_limited : {false, true}) {
+    for (const bool directed : {false, true}) {
+      StopRequest stop;
+      int readings_after = 0;
+      const ProcessorClock clock = [&, readings = 0]() mutable {
+        if (++readings == 5) stop.Request();
+        if (stop.Requested()) ++readings_after;
+        return std::clock_t{0};
+      };
+      if (!time_limited) stop.Request();
+      VtxMap vertices;
+      VtxdMap directed_vertices;
+      Vtx_map_from_link_map(vertices, links);
+      Dir_vtx_map_from_link_map(directed_vertices, both_ways);
+      CliqueList cliques;
+      OverlapMatrix overlaps;
+      std::uint32_t n_exact = 0;
+      testing::Cout_capture capture;
+      EXPECT_THROW(Find_cliques(time_limited, directed, cliques, overlaps, directed_vertices,
+                                vertices, n_exact, 1.0, SearchClock(clock), &stop),
+                   Xstopped)
+          << time_limited << directed;
+      EXPECT_LE(readings_after, 1) << time_limited << directed;
+      EXPECT_TRUE(time_limited || cliques.empty()) << directed;
+    }
+  }
+}
+
 }  // namespace
 }  // namespace kcp

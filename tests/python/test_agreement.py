@@ -34,14 +34,18 @@ def test_real_networks_equal_networkx(name):
 
 @pytest.mark.parametrize("graph", GRAPHS)
 def test_given_cliques_are_percolated_as_networkx_does(graph):
-    # Not only maximal cliques: every triangle as well, and one clique twice.
+    # Not only maximal cliques: every triangle as well, and one clique twice; cliques with a
+    # repeated node, which networkx counts as they come (a pair given as [u, u, v] counts 3).
     triangles = [list(t) for t in itertools.combinations(graph, 3)
                  if all(graph.has_edge(u, v) for u, v in itertools.combinations(t, 2))]
-    cliques = list(nx.find_cliques(graph)) + triangles + triangles[:1]
+    cliques = list(nx.find_cliques(graph))
+    repeated = [c[:1] + c for c in cliques] + [[u, u, v] for u, v in list(graph.edges())[::3]]
+    cliques += triangles + triangles[:1] + repeated
     for k in range(2, 6):
         expected = reference_communities(graph, k, cliques)
         # networkx does not read the graph when the cliques are given; neither does varnel.
         assert set(varnel.k_clique_communities(None, k, cliques)) == expected, f"k={k}"
+    assert list(varnel.k_clique_communities(None, 2**40, cliques)) == []
 
 
 @pytest.mark.parametrize("graph", GRAPHS + [read_link_file("grqc.links")])

@@ -1,31 +1,32 @@
-"""The package as the install rules lay it out under a prefix imports and works."""
+"""The CMake install route: `cmake --install BUILD --component python --prefix VENV` puts the
+package, its metadata and entry points into a fresh virtual environment of this interpreter."""
 
 import os
 import subprocess
 import sys
 
-import pytest
+from installed import check_installed, make_venv, run_outside_the_build
 
-BUILD = os.environ.get("VARNEL_BUILD_DIR")
-CMAKE = os.environ.get("VARNEL_CMAKE")
+BUILD = os.environ["VARNEL_BUILD_DIR"]
+CMAKE = os.environ["VARNEL_CMAKE"]
+VERSION = os.environ["VARNEL_VERSION"]
 
 
-@pytest.mark.skipif(not BUILD or not CMAKE, reason="needs the build directory, as ctest gives it")
-def test_installed_package_works(tmp_path):
-    subprocess.run([CMAKE, "--install", BUILD, "--component", "python", "--prefix", tmp_path],
-                   check=True, capture_output=True)
-    version = f"python{sys.version_info.major}.{sys.version_info.minor}"
-    site = tmp_path / "lib" / version / "site-packages"
-    installed = sorted(p.name for p in (site / "varnel").iterdir())
-    assert "__init__.py" in installed and "_links.py" in installed
-    assert any(name.startswith("_core.") and name.endswith(".so") for name in installed)
+def test_cmake_install_into_a_venv(tmp_path):
+    python = make_venv(sys.executable, tmp_path / "venv")
+    subprocess.run([CMAKE, "--install", BUILD, "--component", "python", "--prefix",
+                    tmp_path / "venv"], check=True, capture_output=True)
+    check_installed(python, VERSION)
+    # The metadata lists every installed file, so that pip removes the package whole.
+    run_outside_the_build([python, "-m", "pip", "uninstall", "-y", "varnel"], check=True)
+    site = next((tmp_path / "venv" / "lib").glob("python3*/site-packages"))
+    assert not [p.name for p in site.iterdir() if p.name.startswith("varnel")]
 
-    code = ("import networkx as nx, varnel\n"
-            "from networkx.algorithms.community import k_clique_communities\n"
-            "G = nx.karate_club_graph()\n"
-            "print(varnel.__file__)\n"
-            "print(set(varnel.k_clique_communities(G, 4)) == set(k_clique_communities(G, 4)))\n")
-    env = dict(os.environ, PYTHONPATH=str(site))
-    out = subprocess.run([sys.executable, "-c", code], cwd=tmp_path, env=env, check=True,
-                         capture_output=True, text=True).stdout.split()
-    assert out == [str(site / "varnel" / "__init__.py"), "True"]
+
+def test_version_is_the_programs():
+    import varnel
+    assert varnel.__version__ == VERSION
+    export = os.path.join(BUILD, "export", "varnel-export")
+    if os.path.exists(export):
+        out = subprocess.run([export, "--version"], check=True, capture_output=True, text=True)
+        assert out.stdout.split() == ["varnel-export", VERSION]
