@@ -9,6 +9,7 @@ std::shared_ptr<const CliqueProfile> OnDemandIndex::Profile(const CliqueList& cl
   if (!profile_ || !profile_->Describes(cliques)) {
     // The old profile goes first: two at once would double the peak.
     profile_.reset();
+    carries_.clear();
     profile_ = std::make_shared<const CliqueProfile>(cliques);
   }
   return profile_;
@@ -25,6 +26,22 @@ std::unique_ptr<PrefixLists> OnDemandIndex::Borrow_lists() {
 void OnDemandIndex::Return_lists(std::unique_ptr<PrefixLists> lists) {
   const std::lock_guard<std::mutex> lock(mutex_);
   spare_lists_.push_back(std::move(lists));
+}
+
+std::shared_ptr<const LevelCarry> OnDemandIndex::Carry(
+    const std::uint32_t& k, const std::uint32_t& n_exact,
+    const std::shared_ptr<const CliqueProfile>& profile) {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  for (const std::shared_ptr<const LevelCarry>& carry : carries_) {
+    if (carry->k == k && carry->n_exact == n_exact && carry->profile == profile) return carry;
+  }
+  return nullptr;
+}
+
+void OnDemandIndex::Keep_carry(std::shared_ptr<const LevelCarry> carry) {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  if (carries_.size() == kCarries) carries_.erase(carries_.begin());
+  carries_.push_back(std::move(carry));
 }
 
 }  // namespace kcp

@@ -1,7 +1,9 @@
 // What percolation keeps from one k to the next over an overlap matrix kept on demand: the
 // profile of the run's cliques, made when a k first needs it and kept while the clique list stays
-// the same, and the prefix lists of finished k, whose memory the next k reuses instead of
-// allocating it afresh. Safe to share between threads.
+// the same; the prefix lists of finished k, whose memory the next k reuses instead of allocating
+// it afresh; and the communities a finished k found, which the next smaller k assembles its own
+// from (communities nest: each community at k + 1 lies inside one community at k). Safe to share
+// between threads.
 #pragma once
 
 #include <memory>
@@ -14,6 +16,17 @@
 
 namespace kcp {
 
+// The communities one k found: for each clique the position of the community that took it
+// (-1 for none), and each community's nodes and links, as percolation gives them.
+struct LevelCarry {
+  std::uint32_t k = 0;
+  std::uint32_t n_exact = 0;
+  std::shared_ptr<const CliqueProfile> profile;  // of the cliques behind the positions
+  std::vector<std::int32_t> community_of;
+  CommunityList nodes;
+  CommunityLinkLists links;
+};
+
 class OnDemandIndex {
  public:
   // The profile of `cliques`: the one kept when it describes them, else a new one, kept.
@@ -22,10 +35,20 @@ class OnDemandIndex {
   std::unique_ptr<PrefixLists> Borrow_lists();
   void Return_lists(std::unique_ptr<PrefixLists> lists);
 
+  // The communities kept for k over the cliques of `profile` with n_exact exact ones; null when
+  // none are kept.
+  std::shared_ptr<const LevelCarry> Carry(const std::uint32_t& k, const std::uint32_t& n_exact,
+                                          const std::shared_ptr<const CliqueProfile>& profile);
+  // Keeps the communities of a finished k, in place of the oldest when two are kept.
+  void Keep_carry(std::shared_ptr<const LevelCarry> carry);
+
  private:
+  static constexpr std::size_t kCarries = 2;
+
   std::mutex mutex_;
   std::shared_ptr<const CliqueProfile> profile_;
   std::vector<std::unique_ptr<PrefixLists>> spare_lists_;
+  std::vector<std::shared_ptr<const LevelCarry>> carries_;
 };
 
 }  // namespace kcp

@@ -47,7 +47,7 @@ class OverlapRows {
   void Taken(const std::uint32_t& j);
 
   // The profile of the cliques behind computed rows; null for a stored matrix.
-  const CliqueProfile* Profile() const { return profile_.get(); }
+  const std::shared_ptr<const CliqueProfile>& Profile() const { return profile_; }
 
  private:
   bool Stored_row(const std::uint32_t& c, const std::vector<std::int32_t>& labels,

@@ -4,7 +4,9 @@
 #include <cstddef>
 #include <utility>
 
+#include "cliques/on_demand_index.h"
 #include "communities/community_assembly.h"
+#include "communities/nested_assembly.h"
 
 namespace kcp {
 
@@ -112,7 +114,8 @@ void Extend_com(const std::uint32_t& clique, const OverlapMatrix& overlaps,
 void Coms_from_appr_ovlp_matr(CommunityList& communities, CommunityLinkLists& community_links,
                               CommunityCliqueLists& community_cliques, const CliqueList& cliques,
                               const OverlapMatrix& overlaps, const std::uint32_t& k,
-                              const std::uint32_t& n_exact, std::uint32_t& n_exact_coms) {
+                              const std::uint32_t& n_exact, std::uint32_t& n_exact_coms,
+                              const StopRequest* stop) {
   using namespace Coms_from_appr_cl_ovlp_sub;
   communities.clear();
   community_links.clear();
@@ -128,7 +131,16 @@ void Coms_from_appr_ovlp_matr(CommunityList& communities, CommunityLinkLists& co
   CommunityLinkLists appr_links;
   CommunityCliqueLists appr_cliques;
 
+  // Over a matrix kept on demand, the communities of k + 1, when that k was the last done, are
+  // the bulk of the communities of k: each is assembled from them and its other members.
+  const CliqueProfile* const profile = overlap_rows.Profile().get();
+  const std::shared_ptr<OnDemandIndex>& index = overlaps.On_demand() ? overlaps.index : nullptr;
+  std::shared_ptr<const LevelCarry> carry;
+  if (index && profile && k + std::uint64_t{1} <= UINT32_MAX) {
+    carry = index->Carry(k + 1, n_exact, overlap_rows.Profile());
+  }
   CommunityAssembly assembly;
+  NestedAssembly nested;
   NodeList nodes;
   LinkList links;
   CliqueIndexList members;
@@ -138,11 +150,16 @@ void Coms_from_appr_ovlp_matr(CommunityList& communities, CommunityLinkLists& co
     // A row beyond the clique list has no clique, hence no nodes: it never seeds a community.
     const std::size_t size = i < cliques.size() ? cliques[i].size() : 0;
     if (labels[i] < 0 && size >= k) {
+      Check_stop(stop);
       Look_for_new_com(overlap_rows, static_cast<std::uint32_t>(i), counter, labels, members,
                        approximate, n_exact);
     }
     if (members.empty()) continue;
-    assembly.Assemble(members, cliques, nodes, links, overlap_rows.Profile());
+    if (carry) {
+      nested.Assemble(members, *carry, cliques, profile, assembly, nodes, links);
+    } else {
+      assembly.Assemble(members, cliques, nodes, links, profile);
+    }
     if (nodes.empty()) continue;
     if (approximate) {
       appr_communities.push_back(nodes);
@@ -160,6 +177,21 @@ void Coms_from_appr_ovlp_matr(CommunityList& communities, CommunityLinkLists& co
     communities.emplace_back(std::move(appr_communities[c]));
     community_links.emplace_back(std::move(appr_links[c]));
     community_cliques.emplace_back(std::move(appr_cliques[c]));
+  }
+  if (index && profile) {
+    auto found = std::make_shared<LevelCarry>();
+    found->k = k;
+    found->n_exact = n_exact;
+    found->profile = overlap_rows.Profile();
+    found->community_of.assign(cliques.size(), -1);
+    for (std::size_t c = 0; c < community_cliques.size(); ++c) {
+      for (const std::uint32_t& m : community_cliques[c]) {
+        if (m < cliques.size()) found->community_of[m] = static_cast<std::int32_t>(c);
+      }
+    }
+    found->nodes = communities;
+    found->links = community_links;
+    index->Keep_carry(std::move(found));
   }
 }
 

@@ -10,14 +10,17 @@
 #include <vector>
 
 #include "communities/overlap_rows.h"
+#include "core/stop_request.h"
 #include "core/types.h"
 
 namespace kcp {
 
+// stop, when requested, ends the work before the next seed with Xstopped.
 void Coms_from_appr_ovlp_matr(CommunityList& communities, CommunityLinkLists& community_links,
                               CommunityCliqueLists& community_cliques, const CliqueList& cliques,
                               const OverlapMatrix& overlaps, const std::uint32_t& k,
-                              const std::uint32_t& n_exact, std::uint32_t& n_exact_coms);
+                              const std::uint32_t& n_exact, std::uint32_t& n_exact_coms,
+                              const StopRequest* stop = nullptr);
 
 namespace Coms_from_appr_cl_ovlp_sub {
 

@@ -19,29 +19,6 @@ void For_each_bit(const CliqueProfile::HotBits& bits, F&& f) {
 
 }  // namespace
 
-void ProfileAssembly::Add_link(const std::uint32_t& rank_a, const std::uint32_t& rank_b) {
-  const std::uint32_t a = position_[rank_a];
-  const std::uint32_t b = position_[rank_b];
-  found_.push_back(a < b ? Found{a, b} : Found{b, a});
-}
-
-void ProfileAssembly::Sort_links(const NodeList& nodes, LinkList& links) {
-  // Two counting passes, by the larger position and then, keeping that order, by the smaller:
-  // the links come out ascending by their smaller node, then their larger one.
-  const std::size_t n = nodes.size();
-  sorted_.resize(found_.size());
-  const auto pass = [&](const std::vector<Found>& from, std::vector<Found>& to, const auto& key) {
-    count_.assign(n + 1, 0);
-    for (const Found& f : from) ++count_[key(f) + 1];
-    for (std::size_t i = 0; i < n; ++i) count_[i + 1] += count_[i];
-    for (const Found& f : from) to[count_[key(f)]++] = f;
-  };
-  pass(found_, sorted_, [](const Found& f) { return f.larger; });
-  pass(sorted_, found_, [](const Found& f) { return f.smaller; });
-  links.reserve(found_.size());
-  for (const Found& f : found_) links.emplace_back(nodes[f.smaller], nodes[f.larger]);
-}
-
 void ProfileAssembly::Assemble(const CliqueIndexList& members, const CliqueProfile& profile,
                                NodeList& nodes, LinkList& links) {
   nodes.clear();
@@ -78,10 +55,10 @@ void ProfileAssembly::Assemble(const CliqueIndexList& members, const CliqueProfi
     position_[by_node_[i].second] = static_cast<std::uint32_t>(i);
   }
 
-  found_.clear();
+  order_.Clear();
   Hot_links(members, profile);
   Cold_links(members, profile);
-  Sort_links(nodes, links);
+  order_.Sorted(nodes, links);
   for (const std::uint32_t& rank : cold_ranks_) local_[rank] = 0;
 }
 

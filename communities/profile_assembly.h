@@ -4,8 +4,7 @@
 // hot bits per hot node, a clique's hot bitset at a time: the many large cliques of a dense core
 // then cost a few words per member rather than their pairs. Links with a cold node are listed
 // under that node and kept once. The work grows with the members' hot nodes, the pairs of their
-// cold ones, and two counting passes over the links found; the scratch is kept between
-// communities.
+// cold ones, and the links found (link_order.h); the scratch is kept between communities.
 #pragma once
 
 #include <array>
@@ -14,6 +13,7 @@
 #include <vector>
 
 #include "cliques/clique_profile.h"
+#include "communities/link_order.h"
 #include "core/types.h"
 
 namespace kcp {
@@ -26,15 +26,11 @@ class ProfileAssembly {
 
  private:
   using HotBits = CliqueProfile::HotBits;
-  // A link as the positions of its nodes in the community's node list.
-  struct Found {
-    std::uint32_t smaller;
-    std::uint32_t larger;
-  };
   void Hot_links(const CliqueIndexList& members, const CliqueProfile& profile);
   void Cold_links(const CliqueIndexList& members, const CliqueProfile& profile);
-  void Add_link(const std::uint32_t& rank_a, const std::uint32_t& rank_b);
-  void Sort_links(const NodeList& nodes, LinkList& links);
+  void Add_link(const std::uint32_t& rank_a, const std::uint32_t& rank_b) {
+    order_.Add(position_[rank_a], position_[rank_b]);
+  }
 
   std::array<HotBits, CliqueProfile::kHot> rows_{};
   std::vector<std::uint32_t> cold_ranks_;  // the cold nodes of the community, by rank
@@ -45,9 +41,7 @@ class ProfileAssembly {
   std::uint32_t stamp_ = 0;
   std::vector<std::pair<NodeIndex, std::uint32_t>> by_node_;  // (node, rank), ascending
   std::vector<std::uint32_t> position_;  // rank -> position in the community's node list
-  std::vector<Found> found_;
-  std::vector<Found> sorted_;
-  std::vector<std::uint32_t> count_;
+  LinkOrder order_;
 };
 
 }  // namespace kcp

@@ -1,8 +1,9 @@
 // A request, made from outside, that a long computation end early: the Python module makes it
 // when the interpreter reports Ctrl-C. The clique searches look at it before every node (the
-// time-limited ones also at every clock check) and the approximation before every candidate; once
-// it is made they throw Xstopped, whose unwinding frees all they held. Any thread may make the
-// request or look at it. The program never makes it, so its runs do not depend on it.
+// time-limited ones also at every clock check), the approximation before every candidate and
+// percolation before every community it opens; once it is made they throw Xstopped, whose
+// unwinding frees all they held. Any thread may make the request or look at it. The program never
+// makes it, so its runs do not depend on it.
 #pragma once
 
 #include <atomic>

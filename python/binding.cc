@@ -86,7 +86,8 @@ using RunHolder = std::unique_ptr<MemoryRun, Free_without_lock>;
 
 // Cliques of node positions (from 0) in, communities of node positions out.
 std::vector<std::vector<std::uint32_t>> Percolate_positions(
-    const std::vector<std::vector<std::uint32_t>>& cliques, std::uint32_t k) {
+    const std::vector<std::vector<std::uint32_t>>& cliques, std::uint32_t k,
+    const StopRequest* stop) {
   CliqueList indexed;
   indexed.reserve(cliques.size());
   for (const auto& clique : cliques) {
@@ -95,7 +96,7 @@ std::vector<std::vector<std::uint32_t>> Percolate_positions(
     for (const std::uint32_t position : clique) shifted.push_back(position + 1);
     indexed.push_back(std::move(shifted));
   }
-  CommunityList communities = Percolate_cliques(indexed, k);
+  CommunityList communities = Percolate_cliques(indexed, k, stop);
   for (Community& community : communities) {
     for (NodeIndex& node : community) --node;
   }
@@ -164,7 +165,7 @@ PYBIND11_MODULE(_core, m) {
           "communities",
           [](const MemoryRun& run, std::uint32_t k, const py::list& nodes) {
             const KCommunities found =
-                Interruptible([&](const StopRequest&) { return run.Communities(k); });
+                Interruptible([&](const StopRequest& stop) { return run.Communities(k, &stop); });
             return py::make_tuple(Node_sequences(found.communities, run.Positions(), nodes),
                                   Index_tuples(found.cliques), found.n_exact);
           },
@@ -173,11 +174,11 @@ PYBIND11_MODULE(_core, m) {
       .def(
           "pair_communities",
           [](const MemoryRun& run, const py::list& nodes) {
-            const CommunityList found = Interruptible([&](const StopRequest&) {
+            const CommunityList found = Interruptible([&](const StopRequest& stop) {
               CliqueList cliques = run.Cliques();
               const CliqueList pairs = run.Pair_cliques();
               cliques.insert(cliques.end(), pairs.begin(), pairs.end());
-              return Percolate_cliques(cliques, 2);
+              return Percolate_cliques(cliques, 2, &stop);
             });
             return Node_sequences(found, run.Positions(), nodes);
           },
@@ -187,7 +188,8 @@ PYBIND11_MODULE(_core, m) {
   m.def(
       "percolate",
       [](const std::vector<std::vector<std::uint32_t>>& cliques, std::uint32_t k) {
-        return Interruptible([&](const StopRequest&) { return Percolate_positions(cliques, k); });
+        return Interruptible(
+            [&](const StopRequest& stop) { return Percolate_positions(cliques, k, &stop); });
       },
       py::arg("cliques"), py::arg("k"),
       "The k-clique communities of cliques given as lists of node positions (from 0).");

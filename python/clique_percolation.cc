@@ -9,7 +9,8 @@
 
 namespace kcp {
 
-CommunityList Percolate_cliques(const CliqueList& cliques, std::uint32_t k) {
+CommunityList Percolate_cliques(const CliqueList& cliques, std::uint32_t k,
+                                const StopRequest* stop) {
   if (k < 2) throw Xerror_msg("ERROR: k-clique communities need k = 2 or above.");
   CliqueList kept;
   for (Clique clique : cliques) {
@@ -26,7 +27,8 @@ CommunityList Percolate_cliques(const CliqueList& cliques, std::uint32_t k) {
   CommunityCliqueLists members;
   std::uint32_t n_exact_coms = 0;
   const auto n_exact = static_cast<std::uint32_t>(kept.size());
-  Coms_from_appr_ovlp_matr(communities, links, members, kept, overlaps, k, n_exact, n_exact_coms);
+  Coms_from_appr_ovlp_matr(communities, links, members, kept, overlaps, k, n_exact, n_exact_coms,
+                           stop);
   return communities;
 }
 

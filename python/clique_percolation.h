@@ -8,10 +8,12 @@
 
 #include <cstdint>
 
+#include "core/stop_request.h"
 #include "core/types.h"
 
 namespace kcp {
 
-CommunityList Percolate_cliques(const CliqueList& cliques, std::uint32_t k);
+CommunityList Percolate_cliques(const CliqueList& cliques, std::uint32_t k,
+                                const StopRequest* stop = nullptr);
 
 }  // namespace kcp

@@ -77,12 +77,12 @@ MemoryRun::MemoryRun(const std::vector<std::string>& names, const std::vector<st
                n_exact_, time_limit.value_or(0.0), SearchClock(), stop);
 }
 
-KCommunities MemoryRun::Communities(std::uint32_t k) const {
+KCommunities MemoryRun::Communities(std::uint32_t k, const StopRequest* stop) const {
   if (k < 3) throw Xerror_msg("ERROR: a run extracts communities at k = 3 and above only.");
   KCommunities found;
   CommunityLinkLists links;
   Coms_from_appr_ovlp_matr(found.communities, links, found.cliques, cliques_, overlaps_, k,
-                           n_exact_, found.n_exact);
+                           n_exact_, found.n_exact, stop);
   return found;
 }
 

@@ -42,7 +42,7 @@ class MemoryRun {
   // Positions()[i - 1] is the position of the node with index i.
   const std::vector<std::uint32_t>& Positions() const { return positions_; }
   // The communities at k; throws Xerror_msg for k below 3, which the program never runs.
-  KCommunities Communities(std::uint32_t k) const;
+  KCommunities Communities(std::uint32_t k, const StopRequest* stop = nullptr) const;
   // The maximal cliques of two nodes, which the search does not list (see pair_cliques.h).
   CliqueList Pair_cliques() const;
 

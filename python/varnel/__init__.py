@@ -43,8 +43,8 @@ varnel.DirectedGraphError, a TypeError that is also a networkx.NetworkXNotImplem
 that is not a graph, a link that is not a pair or a node that is not hashable raises TypeError;
 an error of the core raises varnel.Error (a RuntimeError). Ctrl-C raises KeyboardInterrupt
 during any call as soon as the core reaches its next check (before each node of the clique
-search and of the approximation, at every clock check of a time-limited search, between k; the
-percolation at one k runs to its end), and the core frees what it held. The core runs without
+search and of the approximation, at every clock check of a time-limited search, before each
+community the percolation of a k opens), and the core frees what it held. The core runs without
 the interpreter lock, so other threads go on meanwhile.
 
 With networkx 3 installed, varnel is also a networkx backend (varnel.backend):
