@@ -67,6 +67,7 @@ CliqueProfile::CliqueProfile(const CliqueList& cliques)
       const std::uint32_t bit = Hot_bit(*r);
       if (bit == kHot) {
         ++record.cold;
+        ++hot_[j].cold;
       } else {
         hot_[j].words[bit / 64] |= std::uint64_t{1} << (bit % 64);
       }

@@ -18,12 +18,14 @@ namespace kcp {
 
 class CliqueProfile {
  public:
-  static constexpr std::size_t kHotWords = 4;
+  static constexpr std::size_t kHotWords = 7;
   static constexpr std::uint32_t kHot = 64 * kHotWords;
 
-  // A clique's hot members, by Hot_bit; half a cache line.
-  struct alignas(32) HotBits {
+  // A clique's hot members, by Hot_bit, and the number of its cold ones: one cache line, all
+  // that comparing two cliques of a dense core reads.
+  struct alignas(64) HotBits {
     std::array<std::uint64_t, kHotWords> words{};
+    std::uint32_t cold = 0;
   };
   struct Record {
     std::uint64_t begin = 0;  // the clique's first rank in the rank store

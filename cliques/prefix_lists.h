@@ -4,8 +4,11 @@
 // cliques that share t nodes have their r rarest shared nodes inside both prefixes, so both are
 // listed under that r-node key. Keys of more nodes make shorter lists, with fewer cliques that
 // share the key but not t nodes, out of many more entries; the caller weighs the two with
-// Entries. Lists keep their cliques ascending and forget, as they are walked, the cliques the
-// caller calls taken. The memory of one Build is kept for the next.
+// Entries. Walks forget, for the rest of a k, the cliques the caller calls taken.
+//
+// From one k to the next smaller one, with keys of as many nodes, prefixes only grow and more
+// cliques are listed: Prepare then adds the new entries to the lists it has rather than building
+// them anew, and the memory of one k is kept for the next.
 #pragma once
 
 #include <cstddef>
@@ -25,20 +28,20 @@ class PrefixLists {
   // are too many to pack three of them into 64 bits.
   static std::uint32_t Max_key_nodes(const CliqueProfile& profile, const std::uint32_t& t);
 
-  // The entries that lists with keys of `key_nodes` nodes would hold for the cliques Build lists.
+  // The entries that lists with keys of `key_nodes` nodes hold for the cliques Prepare lists.
   static std::uint64_t Entries(const CliqueProfile& profile, const std::uint32_t& t,
                                const std::uint32_t& least_size, const std::uint32_t& key_nodes);
 
   // Lists, under keys of key_nodes (1 to Max_key_nodes) nodes, every clique of the profile with
-  // at least least_size (>= t >= 1) members. Throws std::bad_alloc when the lists would hold more
-  // entries than 32-bit positions count.
-  void Build(const CliqueProfile& profile, const std::uint32_t& t, const std::uint32_t& least_size,
-             const std::uint32_t& key_nodes);
+  // at least least_size (>= t >= 1) members, none of them taken. Throws std::bad_alloc when the
+  // lists would hold more entries than 32-bit positions count.
+  void Prepare(const CliqueProfile& profile, const std::uint32_t& t,
+               const std::uint32_t& least_size, const std::uint32_t& key_nodes);
 
   // Calls visit(j) for every clique j listed under a key of clique c's prefix (c itself when it
   // is listed) for which taken(j) is false, once per key: a clique sharing several keys with c
-  // comes several times. Cliques found taken leave the lists walked. c may be any clique of the
-  // profile; one with fewer than t members has no key.
+  // comes several times. Cliques found taken are set aside in the lists walked. c may be any
+  // clique of the profile; one with fewer than t members has no key.
   template <typename Taken, typename Visit>
   void Walk(const std::uint32_t& c, Taken&& taken, Visit&& visit);
 
@@ -51,70 +54,84 @@ class PrefixLists {
                                      const std::uint32_t& key_nodes) {
     return size - t + key_nodes;
   }
-  // Calls f(packed key) for every key of a prefix of ranks.
+  // Calls f(packed key) for every key of the prefix whose last node is at position `from` or
+  // after.
   template <typename F>
-  void Each_key(const std::span<const std::uint32_t>& prefix, F&& f) const;
+  void Each_key(const std::span<const std::uint32_t>& prefix, const std::size_t& from, F&& f) const;
   // The list of a packed key, made when `add` and missing; kNoKey otherwise.
   std::uint32_t Key_list(const std::uint64_t& key, const bool& add);
-  // Ends the counting: begin_ from the counts, end_ at each begin, ready for Place.
-  void Open_lists();
-  void Place(const std::uint32_t& list, const std::uint32_t& clique) {
-    entries_[end_[list]++] = clique;
-  }
+  void Clear();
+  // Adds the entries of the cliques listed at (t, least_size) and not at the lists' present
+  // threshold and least size (all of them after Clear).
+  void Add(const std::uint32_t& t, const std::uint32_t& least_size);
 
   template <typename Taken, typename Visit>
   void Walk_list(const std::uint32_t& list, Taken& taken, Visit& visit);
 
   const CliqueProfile* profile_ = nullptr;
-  std::uint32_t t_ = 1;
+  std::uint32_t t_ = 0;
+  std::uint32_t least_size_ = 0;  // 0: nothing listed yet
   std::uint32_t key_nodes_ = 1;
-  std::vector<std::uint32_t> begin_;    // list -> its first entry (counts while building)
-  std::vector<std::uint32_t> end_;      // list -> one past its last untaken entry
+  std::uint32_t list_count_ = 0;
+  std::vector<std::uint32_t> begin_;    // list -> its first entry; one more for the end
+  std::vector<std::uint32_t> end_;      // list -> one past its last entry not set aside
   std::vector<std::uint32_t> entries_;  // cliques, list by list
   // Keys of several nodes: the lists of each listed clique, and an open-addressing table from
-  // packed keys to their lists. Single nodes are their own lists.
+  // packed keys to their lists. Single nodes (ranks) are their own lists.
   std::vector<std::uint64_t> own_begin_;
   std::vector<std::uint32_t> own_lists_;
   std::vector<std::uint64_t> key_slots_;  // packed keys, or ~0 when free
   std::vector<std::uint32_t> key_lists_;
-  std::uint32_t key_count_ = 0;
+  // Scratch of Add, kept with its memory.
+  std::vector<std::uint32_t> new_count_;
+  std::vector<std::uint32_t> new_lists_;
+  std::vector<std::uint32_t> old_begin_;
+  std::vector<std::uint64_t> new_end_;  // clique -> one past its last list in new_lists_
 };
 
 template <typename F>
-void PrefixLists::Each_key(const std::span<const std::uint32_t>& prefix, F&& f) const {
+void PrefixLists::Each_key(const std::span<const std::uint32_t>& prefix, const std::size_t& from,
+                           F&& f) const {
   const std::size_t n = prefix.size();
+  if (key_nodes_ == 1) {
+    for (std::size_t a = from; a < n; ++a) f(std::uint64_t{prefix[a]});
+    return;
+  }
   if (key_nodes_ == 2) {
-    for (std::size_t a = 0; a < n; ++a) {
-      for (std::size_t b = a + 1; b < n; ++b) f((std::uint64_t{prefix[a]} << 32) | prefix[b]);
+    for (std::size_t b = std::max<std::size_t>(from, 1); b < n; ++b) {
+      for (std::size_t a = 0; a < b; ++a) f((std::uint64_t{prefix[a]} << 32) | prefix[b]);
     }
     return;
   }
-  for (std::size_t a = 0; a < n; ++a) {
-    for (std::size_t b = a + 1; b < n; ++b) {
-      const std::uint64_t ab = (std::uint64_t{prefix[a]} << 42) | (std::uint64_t{prefix[b]} << 21);
-      for (std::size_t c = b + 1; c < n; ++c) f(ab | prefix[c]);
+  for (std::size_t c = std::max<std::size_t>(from, 2); c < n; ++c) {
+    for (std::size_t b = 1; b < c; ++b) {
+      const std::uint64_t bc = (std::uint64_t{prefix[b]} << 21) | prefix[c];
+      for (std::size_t a = 0; a < b; ++a) f((std::uint64_t{prefix[a]} << 42) | bc);
     }
   }
 }
 
 template <typename Taken, typename Visit>
 void PrefixLists::Walk_list(const std::uint32_t& list, Taken& taken, Visit& visit) {
-  const std::uint32_t end = end_[list];
-  std::uint32_t kept = begin_[list];
-  for (std::uint32_t q = begin_[list]; q < end; ++q) {
+  std::uint32_t end = end_[list];
+  for (std::uint32_t q = begin_[list]; q < end;) {
     const std::uint32_t j = entries_[q];
-    if (taken(j)) continue;
-    // Kept entries move up over forgotten ones, in order.
-    entries_[kept++] = j;
+    if (taken(j)) {
+      // Set aside behind the entries still walked, for the next k.
+      entries_[q] = entries_[--end];
+      entries_[end] = j;
+      continue;
+    }
     visit(j);
+    ++q;
   }
-  end_[list] = kept;
+  end_[list] = end;
 }
 
 template <typename Taken, typename Visit>
 void PrefixLists::Walk(const std::uint32_t& c, Taken&& taken, Visit&& visit) {
   const std::uint32_t size = profile_->Of(c).size;
-  if (size < t_) return;
+  if (size < t_ || least_size_ == 0) return;
   const std::span<const std::uint32_t> prefix =
       profile_->Ranks(c).first(Prefix_length(size, t_, key_nodes_));
   if (key_nodes_ == 1) {
@@ -136,7 +153,7 @@ void PrefixLists::Walk(const std::uint32_t& c, Taken&& taken, Visit&& visit) {
     return;
   }
   // A clique that is not listed looks its keys up.
-  Each_key(prefix, [&](const std::uint64_t& key) {
+  Each_key(prefix, 0, [&](const std::uint64_t& key) {
     const std::uint32_t list = Key_list(key, false);
     if (list != kNoKey) Walk_list(list, taken, visit);
   });

@@ -46,7 +46,7 @@ OverlapRows::OverlapRows(const CliqueList& cliques, const OverlapMatrix& overlap
   taken_.assign(words, 0);
   seen_.assign(words, 0);
   cold_marks_.assign((profile_->Rank_count() + std::size_t{63}) / 64, 0);
-  lists_->Build(*profile_, least_, least_size_, Key_nodes());
+  lists_->Prepare(*profile_, least_, least_size_, Key_nodes());
 }
 
 std::uint32_t OverlapRows::Key_nodes() const {
@@ -161,7 +161,7 @@ bool OverlapRows::Computed_row(const std::uint32_t& c, const std::vector<std::in
     }
     // Cold members are counted only when they can make the difference.
     if (shared < k_ && own.cold != 0) {
-      const std::uint32_t other_cold = profile_->Of(j).cold;
+      const std::uint32_t other_cold = hot[j].cold;
       if (other_cold != 0 && shared + std::min(own.cold, other_cold) >= least_) {
         shared += Shared_cold(j);
       }

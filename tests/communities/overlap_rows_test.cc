@@ -108,8 +108,9 @@ CliqueList Dense_cores(std::mt19937& random, const std::uint32_t& count) {
   return maximal;
 }
 
-// One run's matrix read at every k in turn, as the driver does, so that the kept profile and
-// lists serve k after k; with every set exact, and with the last third approximate.
+// One run's matrix read at every k in turn, as the driver does, so that the kept profile, lists
+// and communities serve k after k, then at k out of that order; with every set exact, and with
+// the last third approximate.
 TEST(OverlapRows, DenseCoresAtEveryKEqualPercolationOverTheStoredMatrix) {
   std::uint32_t communities = 0;
   for (std::uint32_t seed = 1; seed <= 4; ++seed) {
@@ -119,7 +120,11 @@ TEST(OverlapRows, DenseCoresAtEveryKEqualPercolationOverTheStoredMatrix) {
     const auto count = static_cast<std::uint32_t>(cliques.size());
     for (const std::uint32_t n_exact : {count, 2 * count / 3}) {
       const OverlapMatrix run = Run_overlap_matrix(2);
-      for (std::uint32_t k = 22; k >= 3; --k) {
+      // Every k downwards, then a few against that order and one twice.
+      std::vector<std::uint32_t> ks;
+      for (std::uint32_t k = 22; k >= 3; --k) ks.push_back(k);
+      ks.insert(ks.end(), {6, 11, 11, 4});
+      for (const std::uint32_t& k : ks) {
         SCOPED_TRACE("seed " + std::to_string(seed) + " k " + std::to_string(k));
         const Communities expected = Percolate(cliques, stored, k, n_exact);
         EXPECT_EQ(Percolate(cliques, run, k, n_exact), expected);
