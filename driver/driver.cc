@@ -4,7 +4,9 @@
 #include <exception>
 #include <iostream>
 #include <limits>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "cli/base_text.h"
 #include "cli/params_record.h"
@@ -14,7 +16,10 @@
 #include "cliques/clique_search_stage.h"
 #include "cliques/overlap_matrix.h"
 #include "communities/community_stage.h"
+#include "core/ordered_tasks.h"
+#include "core/output_journal.h"
 #include "core/types.h"
+#include "driver/journal_replay.h"
 #include "graph/graph_output.h"
 #include "graph/node_index.h"
 #include "graph/vertex_map.h"
@@ -31,7 +36,7 @@ std::uint32_t Min_shared_for_run(bool fixed_k_flag, std::uint32_t fixed_k) {
 
 namespace {
 
-void Run_stages(int argc, char** argv, RunStage& stage) {
+void Run_stages(int argc, char** argv, const unsigned& threads, RunStage& stage) {
   std::string out_dir;
   LinkMap links;
   bool time_flag = false;
@@ -101,18 +106,43 @@ void Run_stages(int argc, char** argv, RunStage& stage) {
 
   const std::uint32_t largest = Max_clique_size_in_cl_vec(cliques);
   const OutputTables tables(names, index_links);
+  std::vector<std::uint32_t> ks;
   if (fixed_k_flag) {
-    // A k above every clique finds nothing: memory running out there is not the network's doing.
-    stage = {"extracting the communities at k=" + std::to_string(fixed_k), fixed_k <= largest};
-    Find_coms(fixed_k, cliques, overlaps, n_exact, com_flag, alap_szoveg, out_dir, names,
-              vertex_count, intensity_flag, intensity, index_links, largest, tables);
+    ks.push_back(fixed_k);
   } else {
-    for (std::uint32_t k = largest; k > 2; --k) {
-      stage = {"extracting the communities at k=" + std::to_string(k), true};
-      Find_coms(k, cliques, overlaps, n_exact, com_flag, alap_szoveg, out_dir, names, vertex_count,
-                intensity_flag, intensity, index_links, largest, tables);
-    }
+    for (std::uint32_t k = largest; k > 2; --k) ks.push_back(k);
   }
+  // Each k is a task. On several threads, a k's lines and files are kept in a journal while it
+  // works and printed and written in the order of a run on one thread, where its error, if any,
+  // is met; the k after a failed one leave nothing.
+  const bool kept = threads > 1 && ks.size() > 1;
+  std::vector<OutputJournal> journals(kept ? ks.size() : 0);
+  std::vector<std::exception_ptr> failed(ks.size());
+  const OrderedTasks tasks{
+      [&](const std::size_t& i) {
+        // A k above every clique finds nothing: memory running out there is not the network's
+        // doing.
+        if (!kept)
+          stage = {"extracting the communities at k=" + std::to_string(ks[i]), ks[i] <= largest};
+        std::optional<JournalScope> scope;
+        if (kept) scope.emplace(journals[i]);
+        try {
+          Find_coms(ks[i], cliques, overlaps, n_exact, com_flag, alap_szoveg, out_dir, names,
+                    vertex_count, intensity_flag, intensity, index_links, largest, tables);
+        } catch (...) {
+          failed[i] = std::current_exception();
+        }
+      },
+      [&](const std::size_t& i) {
+        stage = {"extracting the communities at k=" + std::to_string(ks[i]), ks[i] <= largest};
+        if (kept) {
+          Replay_journal(journals[i]);
+          journals[i] = OutputJournal();
+        }
+        if (failed[i]) std::rethrow_exception(failed[i]);
+      },
+      [&](const std::size_t&) {}};
+  Run_in_order(ks.size(), threads, threads, tasks);
   Print_banner();
 }
 
@@ -124,14 +154,14 @@ std::string Out_of_memory_message(const RunStage& stage) {
                        : message + ".";
 }
 
-int Run(int argc, char** argv) {
+int Run(int argc, char** argv, const unsigned& threads) {
   // Past a file-size limit the write fails with EFBIG and is reported like a full disk; left to
   // its signal, the limit would end the run without a word.
   std::signal(SIGXFSZ, SIG_IGN);
   RunStage stage;
   try {
     Print_banner();
-    Run_stages(argc, argv, stage);
+    Run_stages(argc, argv, threads, stage);
   } catch (const std::bad_alloc&) {
     // Every structure of the run is gone by now: there is room again for the message.
     Print_line(Out_of_memory_message(stage));

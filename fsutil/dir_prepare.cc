@@ -1,5 +1,6 @@
 #include "fsutil/dir_prepare.h"
 
+#include "core/output_journal.h"
 #include "core/xerror_msg.h"
 #include "fsutil/path_query.h"
 #include "fsutil/user_answer.h"
@@ -10,6 +11,10 @@ namespace kcp {
 void Dir_prepare(const std::string& path, const std::string& policy) {
   if (policy != "keep" && policy != "clear" && policy != "interactive") {
     throw Xerror_msg("ERROR: Dir_prepare() called with unknown flag '" + policy + "'");
+  }
+  if (OutputJournal* const journal = OutputJournal::Current(); journal && policy == "keep") {
+    journal->Directory(path);
+    return;
   }
   std::string type;
   bool empty = true;

@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <utility>
 
 #include "core/xerror_msg.h"
 #include "fsutil/dir_prepare.h"
@@ -39,16 +40,22 @@ void Errno_filebuf::Note_error() {
 }
 
 Result_file::Result_file(const std::string& directory, const std::string& name)
-    : path_(directory + "/" + name) {
+    : path_(directory + "/" + name), journal_(OutputJournal::Current()) {
   Dir_prepare(directory, "keep");
   Open();
 }
 
-Result_file::Result_file(const std::string& path) : path_(path) {
+Result_file::Result_file(const std::string& path)
+    : path_(path), journal_(OutputJournal::Current()) {
   Open();
 }
 
 void Result_file::Open() {
+  if (journal_ != nullptr) {
+    out_.rdbuf(&memory_);
+    opened_ = true;
+    return;
+  }
   buffer_ = std::make_unique<char[]>(kBufferSize);
   file_.pubsetbuf(buffer_.get(), kBufferSize);
   opened_ = file_.open(path_, std::ios::out | std::ios::trunc | std::ios::binary) != nullptr;
@@ -66,6 +73,10 @@ void Result_file::Close() {
   closed_ = true;
   if (!opened_) return;
   Hand_over();
+  if (journal_ != nullptr) {
+    journal_->File(path_, std::move(memory_).str());
+    return;
+  }
   out_.flush();
   errno = 0;
   const bool closed = file_.close() != nullptr;
@@ -80,8 +91,13 @@ Result_file::~Result_file() {
   // Close() reports write errors; a destructor must not throw, so an unclosed file (the stack
   // is already unwinding from another error) is closed quietly.
   if (!closed_ && opened_) {
-    Hand_over();
-    file_.close();
+    try {
+      Hand_over();
+      if (journal_ != nullptr) journal_->File(path_, std::move(memory_).str());
+    } catch (...) {
+      // Out of memory while unwinding: the file, cut anyway, is left out.
+    }
+    if (journal_ == nullptr) file_.close();
   }
 }
 

@@ -2,14 +2,25 @@
 
 #include <iostream>
 
+#include "core/output_journal.h"
+
 namespace kcp {
 
 void Print_line(std::string_view text) {
+  if (OutputJournal* const journal = OutputJournal::Current()) {
+    journal->Text(text);
+    journal->Text("\n");
+    return;
+  }
   std::cout << text << '\n';
   std::cout.flush();
 }
 
 void Print_text(std::string_view text) {
+  if (OutputJournal* const journal = OutputJournal::Current()) {
+    journal->Text(text);
+    return;
+  }
   std::cout << text;
   std::cout.flush();
 }

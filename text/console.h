@@ -1,5 +1,6 @@
 // Console output of a run. Every line goes to standard output followed by a newline and a flush,
 // so progress shows at once even when the output is piped; steps are framed by underscore lines.
+// Under a JournalScope (core/output_journal.h) the text is recorded instead, to be printed in turn.
 #pragma once
 
 #include <string>
