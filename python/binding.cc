@@ -17,6 +17,7 @@
 #include <vector>
 
 #include "cliques/overlap_matrix.h"
+#include "core/ordered_tasks.h"
 #include "core/xerror_msg.h"
 #include "python/clique_percolation.h"
 #include "python/interruptible.h"
@@ -111,6 +112,7 @@ PYBIND11_MODULE(_core, m) {
   using namespace kcp;
   m.doc() = "The core of Varnel for the package varnel; use the package's functions instead.";
   m.attr("version") = VARNEL_VERSION;
+  m.attr("usable_processors") = Usable_processors();
 
   static py::exception<Xerror_msg> error(m, "Error", PyExc_RuntimeError);
   py::register_exception_translator([](std::exception_ptr thrown) {
@@ -171,6 +173,22 @@ PYBIND11_MODULE(_core, m) {
           },
           py::arg("k"), py::arg("nodes"),
           "(communities as tuples of nodes, their clique positions, the number of exact ones).")
+      .def(
+          "communities_at",
+          [](const MemoryRun& run, const std::vector<std::uint32_t>& ks, const py::list& nodes,
+             unsigned threads) {
+            const std::vector<KCommunities> found = Interruptible(
+                [&](const StopRequest& stop) { return run.Communities(ks, threads, &stop); });
+            py::list results;
+            for (const KCommunities& at_k : found) {
+              results.append(
+                  py::make_tuple(Node_sequences(at_k.communities, run.Positions(), nodes),
+                                 Index_tuples(at_k.cliques), at_k.n_exact));
+            }
+            return results;
+          },
+          py::arg("ks"), py::arg("nodes"), py::arg("threads"),
+          "communities(k, nodes) for every k of ks, on up to `threads` threads at once.")
       .def(
           "pair_communities",
           [](const MemoryRun& run, const py::list& nodes) {

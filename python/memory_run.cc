@@ -1,10 +1,13 @@
 #include "python/memory_run.h"
 
+#include <algorithm>
+#include <exception>
 #include <unordered_map>
 #include <utility>
 
 #include "cliques/clique_search_stage.h"
 #include "cliques/overlap_matrix.h"
+#include "core/ordered_tasks.h"
 #include "core/xerror_msg.h"
 #include "graph/node_index.h"
 #include "python/pair_cliques.h"
@@ -83,6 +86,30 @@ KCommunities MemoryRun::Communities(std::uint32_t k, const StopRequest* stop) co
   CommunityLinkLists links;
   Coms_from_appr_ovlp_matr(found.communities, links, found.cliques, cliques_, overlaps_, k,
                            n_exact_, found.n_exact, stop);
+  return found;
+}
+
+std::vector<KCommunities> MemoryRun::Communities(const std::vector<std::uint32_t>& ks,
+                                                 const unsigned& threads,
+                                                 const StopRequest* stop) const {
+  std::vector<std::size_t> order(ks.size());
+  for (std::size_t i = 0; i < order.size(); ++i) order[i] = i;
+  std::stable_sort(order.begin(), order.end(),
+                   [&](const std::size_t& a, const std::size_t& b) { return ks[a] > ks[b]; });
+  std::vector<KCommunities> found(ks.size());
+  std::vector<std::exception_ptr> failed(ks.size());
+  const OrderedTasks tasks{[&](const std::size_t& i) {
+                             try {
+                               found[order[i]] = Communities(ks[order[i]], stop);
+                             } catch (...) {
+                               failed[i] = std::current_exception();
+                             }
+                           },
+                           [&](const std::size_t& i) {
+                             if (failed[i]) std::rethrow_exception(failed[i]);
+                           },
+                           [](const std::size_t&) {}};
+  Run_in_order(order.size(), threads, threads, tasks);
   return found;
 }
 

@@ -43,6 +43,11 @@ class MemoryRun {
   const std::vector<std::uint32_t>& Positions() const { return positions_; }
   // The communities at k; throws Xerror_msg for k below 3, which the program never runs.
   KCommunities Communities(std::uint32_t k, const StopRequest* stop = nullptr) const;
+  // The communities at every k of ks, found on up to `threads` threads at once (the largest k
+  // first, so that each k builds on the one above when it is done); result i is that of ks[i].
+  std::vector<KCommunities> Communities(const std::vector<std::uint32_t>& ks,
+                                        const unsigned& threads,
+                                        const StopRequest* stop = nullptr) const;
   // The maximal cliques of two nodes, which the search does not list (see pair_cliques.h).
   CliqueList Pair_cliques() const;
 

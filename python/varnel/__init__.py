@@ -9,7 +9,7 @@ k_clique_communities(G, k, cliques=None)
     communities are those of the cliques of at least k nodes, counted as given (repeated nodes
     included), as networkx counts them.
 
-communities(G, ks=None, time_limit=None, directed=False)
+communities(G, ks=None, time_limit=None, directed=False, threads=None)
     The program's whole run in one call, without files: the maximal cliques, then the
     communities at every k of ks (default: 3 up to the largest clique size). Returns a
     RunResult(communities, cliques):
@@ -22,7 +22,9 @@ communities(G, ks=None, time_limit=None, directed=False)
     time_limit (seconds per node, the program's -t) makes the search time-limited: nodes
     that stay too slow are covered by approximate cliques, and the communities holding one
     are approximate. directed=True runs the directed search (the program's -D) on the links
-    of a directed graph or on (source, target) pairs.
+    of a directed graph or on (source, target) pairs. threads (default: the processors the
+    process may run on, as the program) is how many k are worked on at once; the result is the
+    same for any number.
 
 find_cliques(G, min_size=3)
     The maximal cliques of at least min_size nodes as lists of nodes, in the program's order;
@@ -96,7 +98,7 @@ def k_clique_communities(G, k, cliques=None):
     return (frozenset(community) for community in found)
 
 
-def communities(G, ks=None, time_limit=None, directed=False):
+def communities(G, ks=None, time_limit=None, directed=False, threads=None):
     """The program's run on G: RunResult(communities, cliques); see the module's help."""
     if ks is not None:
         try:
@@ -115,6 +117,11 @@ def communities(G, ks=None, time_limit=None, directed=False):
         if not time_limit > 0:
             raise parameter_error(f"time_limit={time_limit}: it must be a positive number of "
                                   "seconds")
+    if threads is None:
+        threads = _core.usable_processors
+    threads = _integer(threads, "threads")
+    if threads < 1:
+        raise parameter_error(f"threads={threads}: it must be 1 or more")
     links = read_links(G)
     if directed and links.directed is False:
         raise parameter_error("directed=True needs a directed graph or (source, target) pairs")
@@ -126,11 +133,13 @@ def communities(G, ks=None, time_limit=None, directed=False):
         ks = range(3, run.largest + 1)
     by_k = {}
     with _collector_paused():
+        searched = [k for k in ks if k <= run.largest]
+        at = dict(zip(searched, run.communities_at(searched, links.nodes, threads)))
         for k in ks:
             if k > run.largest:
                 by_k[k] = []
                 continue
-            found, members, n_exact = run.communities(k, links.nodes)
+            found, members, n_exact = at.pop(k)
             by_k[k] = [Community(nodes, i >= n_exact, taken)
                        for i, (nodes, taken) in enumerate(zip(found, members))]
         cliques = [Clique(nodes, i >= run.n_exact)

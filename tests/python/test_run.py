@@ -76,3 +76,14 @@ def test_time_limited_run_marks_its_approximations():
     assert any(c.approximate for found in run.communities.values() for c in found)
     for k in run.communities:
         check_structure(run, k)
+
+
+def test_threads_change_nothing():
+    graph = read_link_file("grqc.links")
+    one = varnel.communities(graph, threads=1)
+    for threads in (3, 8):
+        assert varnel.communities(graph, threads=threads) == one
+    assert varnel.communities(graph, ks=[5, 3], threads=8).communities == {
+        k: one.communities[k] for k in (3, 5)}
+    with pytest.raises(ValueError):
+        varnel.communities(graph, threads=0)
