@@ -119,10 +119,6 @@ std::uint32_t OverlapRows::Shared_cold(const std::uint32_t& j) const {
   return shared;
 }
 
-// Shared hot nodes are counted with the processor's population count where it has one.
-#if defined(__x86_64__) && !defined(__SANITIZE_ADDRESS__)
-__attribute__((target_clones("popcnt", "default"), flatten))
-#endif
 bool OverlapRows::Computed_row(const std::uint32_t& c, const std::vector<std::int32_t>& labels,
                                CliqueIndexList& out) {
   if (c >= cliques_.size()) return false;

@@ -20,6 +20,20 @@
 #include "cliques/prefix_lists.h"
 #include "core/types.h"
 
+// Computed rows count shared hot nodes with the processor's population count where it has one:
+// the row is compiled twice and the version the processor can run is chosen when the program
+// starts. (Not under the sanitizers, whose runtimes this choice would precede.)
+#if defined(__x86_64__) && defined(__has_feature)
+#if !__has_feature(address_sanitizer) && !__has_feature(thread_sanitizer)
+#define KCP_POPCOUNT_CLONES __attribute__((target_clones("popcnt", "default"), flatten))
+#endif
+#elif defined(__x86_64__) && !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+#define KCP_POPCOUNT_CLONES __attribute__((target_clones("popcnt", "default"), flatten))
+#endif
+#ifndef KCP_POPCOUNT_CLONES
+#define KCP_POPCOUNT_CLONES
+#endif
+
 namespace kcp {
 
 class OverlapRows {
@@ -52,8 +66,9 @@ class OverlapRows {
  private:
   bool Stored_row(const std::uint32_t& c, const std::vector<std::int32_t>& labels,
                   const bool& free_only, CliqueIndexList& out) const;
-  bool Computed_row(const std::uint32_t& c, const std::vector<std::int32_t>& labels,
-                    CliqueIndexList& out);
+  KCP_POPCOUNT_CLONES bool Computed_row(const std::uint32_t& c,
+                                        const std::vector<std::int32_t>& labels,
+                                        CliqueIndexList& out);
   // The nodes j shares with the clique whose cold ranks are marked, among j's cold members.
   std::uint32_t Shared_cold(const std::uint32_t& j) const;
   // The nodes of the keys that the cliques at hand are listed under.

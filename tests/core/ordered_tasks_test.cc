@@ -51,6 +51,7 @@ TEST(OrderedTasks, DeliverInOrderWithinTheBoundAndStopAtTheFirstFailureInOrder) 
           },
           [&](const std::size_t& i) {
             if (i == fail_at) throw std::runtime_error("delivery 7");
+            const std::lock_guard<std::mutex> lock(mutex);
             delivered.push_back(i);
           },
           [&](const std::size_t& i) { dropped.push_back(i); }};
