@@ -28,14 +28,18 @@ void OnDemandIndex::Return_lists(std::unique_ptr<PrefixLists> lists) {
   spare_lists_.push_back(std::move(lists));
 }
 
-std::shared_ptr<const LevelCarry> OnDemandIndex::Carry(
-    const std::uint32_t& k, const std::uint32_t& n_exact,
+std::shared_ptr<const LevelCarry> OnDemandIndex::Carry_above(
+    const std::uint32_t& below, const std::uint32_t& n_exact,
     const std::shared_ptr<const CliqueProfile>& profile) {
   const std::lock_guard<std::mutex> lock(mutex_);
+  std::shared_ptr<const LevelCarry> nearest;
   for (const std::shared_ptr<const LevelCarry>& carry : carries_) {
-    if (carry->k == k && carry->n_exact == n_exact && carry->profile == profile) return carry;
+    if (carry->k > below && carry->n_exact == n_exact && carry->profile == profile &&
+        (!nearest || carry->k < nearest->k)) {
+      nearest = carry;
+    }
   }
-  return nullptr;
+  return nearest;
 }
 
 void OnDemandIndex::Keep_carry(std::shared_ptr<const LevelCarry> carry) {

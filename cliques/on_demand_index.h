@@ -2,8 +2,8 @@
 // profile of the run's cliques, made when a k first needs it and kept while the clique list stays
 // the same; the prefix lists of finished k, whose memory the next k reuses instead of allocating
 // it afresh; and the communities a finished k found, which the next smaller k assembles its own
-// from (communities nest: each community at k + 1 lies inside one community at k). Safe to share
-// between threads.
+// from (communities nest: each community at a larger k lies inside one community at k). Safe to
+// share between threads.
 #pragma once
 
 #include <memory>
@@ -35,15 +35,17 @@ class OnDemandIndex {
   std::unique_ptr<PrefixLists> Borrow_lists();
   void Return_lists(std::unique_ptr<PrefixLists> lists);
 
-  // The communities kept for k over the cliques of `profile` with n_exact exact ones; null when
-  // none are kept.
-  std::shared_ptr<const LevelCarry> Carry(const std::uint32_t& k, const std::uint32_t& n_exact,
-                                          const std::shared_ptr<const CliqueProfile>& profile);
-  // Keeps the communities of a finished k, in place of the oldest when two are kept.
+  // Of the communities kept for a k above `below` over the cliques of `profile` with n_exact
+  // exact ones, those of the smallest such k (each lies inside one community at `below`); null
+  // when none are kept.
+  std::shared_ptr<const LevelCarry> Carry_above(
+      const std::uint32_t& below, const std::uint32_t& n_exact,
+      const std::shared_ptr<const CliqueProfile>& profile);
+  // Keeps the communities of a finished k, in place of the oldest when kCarries are kept.
   void Keep_carry(std::shared_ptr<const LevelCarry> carry);
 
  private:
-  static constexpr std::size_t kCarries = 2;
+  static constexpr std::size_t kCarries = 3;
 
   std::mutex mutex_;
   std::shared_ptr<const CliqueProfile> profile_;

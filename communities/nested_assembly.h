@@ -1,6 +1,6 @@
-// The node set and the link list of a community at k from the communities found at k + 1, which
-// lie each inside one community at k: the union of the nodes and links of the (k + 1)-communities
-// among its members' and of the members that were in none, the latter assembled afresh. The
+// The node set and the link list of a community at k from the communities found at a larger k,
+// which lie each inside one community at k: the union of the nodes and links of those among its
+// members' and of the members that were in none, the latter assembled afresh. The
 // result is CommunityAssembly's; the work grows with the nodes and links brought together rather
 // than with the pairs of the members. The scratch is kept between communities.
 #pragma once
@@ -18,7 +18,7 @@ namespace kcp {
 
 class NestedAssembly {
  public:
-  // carry holds the communities of k + 1 over the same cliques; fresh assembles the members
+  // carry holds the communities of a larger k over the same cliques; fresh assembles the members
   // outside them (with the profile, when given).
   void Assemble(const CliqueIndexList& members, const LevelCarry& carry, const CliqueList& cliques,
                 const CliqueProfile* profile, CommunityAssembly& fresh, NodeList& nodes,
@@ -27,7 +27,7 @@ class NestedAssembly {
  private:
   void Add_links(const LinkList& from);
 
-  std::vector<std::uint32_t> sources_;  // positions of the (k + 1)-communities met
+  std::vector<std::uint32_t> sources_;  // positions of the carried communities met
   std::vector<std::uint32_t> met_;      // community -> stamp of the community that met it
   std::uint32_t stamp_ = 0;
   CliqueIndexList fresh_members_;

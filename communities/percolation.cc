@@ -131,14 +131,13 @@ void Coms_from_appr_ovlp_matr(CommunityList& communities, CommunityLinkLists& co
   CommunityLinkLists appr_links;
   CommunityCliqueLists appr_cliques;
 
-  // Over a matrix kept on demand, the communities of k + 1, when that k was the last done, are
-  // the bulk of the communities of k: each is assembled from them and its other members.
+  // Over a matrix kept on demand, the communities of a larger k done before, the nearest one, are
+  // the bulk of the communities of k: each is assembled from those inside it and its other
+  // members.
   const CliqueProfile* const profile = overlap_rows.Profile().get();
   const std::shared_ptr<OnDemandIndex>& index = overlaps.On_demand() ? overlaps.index : nullptr;
   std::shared_ptr<const LevelCarry> carry;
-  if (index && profile && k + std::uint64_t{1} <= UINT32_MAX) {
-    carry = index->Carry(k + 1, n_exact, overlap_rows.Profile());
-  }
+  if (index && profile) carry = index->Carry_above(k, n_exact, overlap_rows.Profile());
   CommunityAssembly assembly;
   NestedAssembly nested;
   NodeList nodes;
