@@ -11,6 +11,8 @@
 #include <system_error>
 #include <utility>
 
+#include "graph/link_lines.h"
+
 namespace kcp {
 
 namespace {
@@ -126,20 +128,12 @@ struct Thresholds {
   double upper;
 };
 
-void Read_links(const std::string& file, LinkMap& links, const Thresholds* thresholds) {
-  // The lines are read in blocks of their own: the stream needs no buffer.
-  std::ifstream in;
-  in.rdbuf()->pubsetbuf(nullptr, 0);
-  in.open(file, std::ios::in | std::ios::binary);
-  if (!in.is_open()) throw Xep_file_not_found(file);
-  links.clear();
-
+// The lines kept so far, until the read ends either way: the links read before a failure stay.
+void Read_lines(std::istream& in, const std::string& file, const Thresholds* thresholds,
+                LinkLines& kept) {
   const bool weighted = thresholds != nullptr;
   Line_source lines(in, file);
   std::string_view line;
-  // Files often list their links in key order: the place after the last link is then the right
-  // place for the next one, and a wrong hint costs only a normal search.
-  auto hint = links.end();
   while (lines.Next(line)) {
     // No blanks are stripped first: " # x y" is a link from "#" to "x".
     if (line.empty() || line[0] == '#') continue;
@@ -161,15 +155,26 @@ void Read_links(const std::string& file, LinkMap& links, const Thresholds* thres
                                       thresholds->upper_flag, thresholds->upper)) {
       continue;
     }
-    const auto it =
-        links.try_emplace(hint, std::pair<std::string, std::string>(source, target), 0.0);
-    if (weighted) {
-      it->second += weight;
-    } else {
-      it->second = 0.0;
-    }
-    hint = std::next(it);
+    kept.Add(source, target, weight);
   }
+}
+
+void Read_links(const std::string& file, LinkMap& links, const Thresholds* thresholds) {
+  // The lines are read in blocks of their own: the stream needs no buffer.
+  std::ifstream in;
+  in.rdbuf()->pubsetbuf(nullptr, 0);
+  in.open(file, std::ios::in | std::ios::binary);
+  if (!in.is_open()) throw Xep_file_not_found(file);
+  links.clear();
+
+  LinkLines kept;
+  try {
+    Read_lines(in, file, thresholds, kept);
+  } catch (const Xep_read_file&) {
+    kept.Move_to(links, thresholds != nullptr);
+    throw;
+  }
+  kept.Move_to(links, thresholds != nullptr);
   // A stream that failed without reaching the end could not be read: a directory, which opens
   // but yields nothing, or an input error in the middle of the file.
   if (in.bad() || !in.eof()) throw Xep_read_file(file);

@@ -6,6 +6,7 @@
 #include "cliques/clique_search_stage.h"
 #include "cliques/overlap_matrix.h"
 #include "core/xerror_msg.h"
+#include "graph/link_lines.h"
 #include "graph/node_index.h"
 #include "python/pair_cliques.h"
 #include "python/quiet_console.h"
@@ -17,7 +18,7 @@ namespace {
 // The links as the link reader would have stored them: name pairs, self-links dropped.
 LinkMap Link_map(const std::vector<std::string>& names, const std::vector<std::uint32_t>& links) {
   if (links.size() % 2 != 0) throw Xerror_msg("ERROR: a link list needs two ends per link.");
-  LinkMap map;
+  LinkLines lines;
   for (std::size_t i = 0; i < links.size(); i += 2) {
     if (links[i] >= names.size() || links[i + 1] >= names.size()) {
       throw Xerror_msg("ERROR: a link names node position " +
@@ -25,8 +26,10 @@ LinkMap Link_map(const std::vector<std::string>& names, const std::vector<std::u
                        std::to_string(names.size()) + ".");
     }
     if (links[i] == links[i + 1]) continue;
-    map.try_emplace({names[links[i]], names[links[i + 1]]}, 0.0);
+    lines.Add(names[links[i]], names[links[i + 1]], 0.0);
   }
+  LinkMap map;
+  lines.Move_to(map, false);
   return map;
 }
 

@@ -81,9 +81,14 @@ std::string Reference(const std::string& content, const bool weighted, const Thr
 }
 
 TEST(LinkReader, FollowsTheReadingRulesOnRandomFiles) {
-  const std::vector<std::string> words = {"a", "b",   "c",     "#",        "#x",
-                                          "1", "0.5", "-2e-1", "3x",       "1e",
-                                          ".", "+4",  "2.5",   "\xc3\xa9", std::string("n\0", 2)};
+  std::vector<std::string> words = {"a",     "b",  "c",  "#", "#x", "1",   "0.5",
+                                    "-2e-1", "3x", "1e", ".", "+4", "2.5", "n"};
+  // Bytes beyond ASCII, a NUL, and names sharing their first eight bytes.
+  for (const std::string word :
+       {"\xc3\xa9", "\xc3\xb1", "n\xff", "name_0001", "name_00012", "name_0001\xff"}) {
+    words.push_back(word);
+  }
+  words.push_back(std::string("n\0", 2));
   const std::vector<std::string> blanks = {" ", "  ", "\t", "\v", "\f", "\r"};
   const std::vector<Thresholds> thresholds = {
       {}, {true, 0.5, false, 0}, {false, 0, true, 2.5}, {true, -1, true, 1}};
@@ -183,9 +188,10 @@ TEST(LinkReader, WeightTokenMatchesStreamExtraction) {
 // undirected, a link and its reverse fold into one, smaller index first, weights added.
 void Reference(const LinkMap& links, const bool directed, IndexLinkMap& out, NameMap& names) {
   std::map<std::string, NodeIndex> index;
-  const auto number = [&](const std::string& name) {
-    const auto [at, inserted] = index.emplace(name, static_cast<NodeIndex>(index.size() + 1));
-    if (inserted) names[at->second] = name;
+  const auto number = [&](std::string_view name) {
+    const auto [at, inserted] =
+        index.emplace(std::string(name), static_cast<NodeIndex>(index.size() + 1));
+    if (inserted) names.emplace(at->second, name);
     return at->second;
   };
   for (const auto& [key, weight] : links) {
