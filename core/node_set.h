@@ -70,6 +70,9 @@ class NodeSet {
   const_reverse_iterator rend() const noexcept { return const_reverse_iterator(begin()); }
   size_type size() const noexcept { return size_; }
   bool empty() const noexcept { return size_ == 0; }
+  // The members the set holds without growing, and the bytes it took from the heap for them.
+  size_type capacity() const noexcept { return capacity_; }
+  size_type Heap_bytes() const noexcept { return On_heap() ? capacity_ * sizeof(value_type) : 0; }
   const value_type* data() const noexcept { return Data(); }
 
   // Releases the heap block, as an emptied tree would.
