@@ -153,6 +153,41 @@ TEST(LinkReader, FilesThatCannotBeReadAreErrors) {
   EXPECT_STREQ(copy->what(), "ERROR: Wrong line found in 'f.txt' :\na line");
 }
 
+// Only a whole leading sequence of a compressed format refuses the file; a name that merely
+// begins like one is read as a link.
+TEST(LinkReader, RefusesCompressedFilesByTheirWholeLeadingBytes) {
+  Test_dir dir;
+  const std::pair<std::string, std::string> refused[] = {
+      {std::string("\x1f\x8b\x08\0", 4),
+       "a gzip file, not a link file: decompress it first, "
+       "for example with gunzip."},
+      {"BZh11AY&SY x",
+       "a bzip2 file, not a link file: decompress it first, for example with "
+       "bunzip2."},
+      {std::string("\xfd"
+                   "7zXZ\0\0",
+                   8),
+       "a xz file, not a link file: decompress it first, "
+       "for example with unxz."},
+      {"\x28\xb5\x2f\xfd$",
+       "a zstd file, not a link file: decompress it first, for example with "
+       "unzstd."},
+      {"PK\x03\x04\n\0",
+       "a zip file, not a link file: decompress it first, for example with "
+       "unzip."}};
+  for (const auto& [start, message] : refused) {
+    Write_file(dir / "f", start + "\na b\n");
+    LinkMap links{{{"p", "q"}, 4.0}};
+    EXPECT_EQ(What<Xep_compressed_file>([&] { Read_unw_links(dir / "f", links); }),
+              "ERROR: '" + dir / "f" + "' is " + message);
+    EXPECT_TRUE(links.empty());
+  }
+  const std::string near_misses = "BZh01AY&SY a\nBZh9 b\nPK c\n\x1f d\nPK\x03 e\n";
+  const std::string read = Read(near_misses, false);
+  EXPECT_EQ(read, Reference(near_misses, false));
+  EXPECT_EQ(std::count(read.begin(), read.end(), '\n'), 5) << read;
+}
+
 // The weight token must read exactly as extraction from the whole line does: same success, same
 // bits. Tokens drawn from number characters and a few others hit every corner of the syntax.
 TEST(LinkReader, WeightTokenMatchesStreamExtraction) {
