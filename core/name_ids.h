@@ -25,19 +25,14 @@ class NameIds {
   // The same, for a name whose Hash is known.
   std::uint32_t Intern(NamePool& pool, std::string_view name, const std::size_t& hash) {
     if (2 * (pool.size() + 1) > slots_.size()) Grow(pool, 2 * (pool.size() + 1));
-    const std::uint64_t prefix = Name_prefix_key(name);
     const std::size_t mask = slots_.size() - 1;
+    const auto tag = static_cast<std::uint32_t>(static_cast<std::uint64_t>(hash) >> 32);
     std::size_t at = hash & mask;
-    // A name of up to eight bytes is told by its slot alone, without reading the pool.
     for (; slots_[at].id != 0; at = (at + 1) & mask) {
-      const Slot& slot = slots_[at];
-      if (slot.prefix == prefix && slot.length == name.size() &&
-          (name.size() <= 8 || pool[slot.id - 1].substr(8) == name.substr(8))) {
-        return slot.id - 1;
-      }
+      if (slots_[at].tag == tag && pool[slots_[at].id - 1] == name) return slots_[at].id - 1;
     }
     const std::uint32_t id = pool.Add(name);
-    slots_[at] = Slot{prefix, id + 1, static_cast<std::uint32_t>(name.size())};
+    slots_[at] = Slot{tag, id + 1};
     ++known_;
     return id;
   }
@@ -60,16 +55,15 @@ class NameIds {
 
  private:
   struct Slot {
-    std::uint64_t prefix;  // Name_prefix_key of the name
-    std::uint32_t id;      // pool number + 1; 0 marks a free slot
-    std::uint32_t length;  // of the name (no line of a link file reaches 2^32 bytes)
+    std::uint32_t tag;  // the high half of the name's hash, which the slot's place does not tell
+    std::uint32_t id;   // pool number + 1; 0 marks a free slot
   };
 
   // A table of at least `wanted` slots (a power of two) holding every name of the pool.
   void Grow(const NamePool& pool, const std::size_t& wanted) {
     std::size_t size = 16;
     while (size < wanted) size *= 2;
-    slots_.assign(size, Slot{0, 0, 0});
+    slots_.assign(size, Slot{0, 0});
     const std::size_t mask = size - 1;
     // The slots of the next names are fetched while the current one is placed.
     constexpr std::size_t kAhead = 16;
@@ -77,11 +71,11 @@ class NameIds {
     for (std::size_t id = 0; id < pool.size() + kAhead; ++id) {
       if (id >= kAhead) {
         const std::size_t placed = id - kAhead;
-        const std::string_view name = pool[placed];
-        std::size_t at = hashes[placed % kAhead] & mask;
+        const std::size_t hash = hashes[placed % kAhead];
+        std::size_t at = hash & mask;
         while (slots_[at].id != 0) at = (at + 1) & mask;
-        slots_[at] = Slot{Name_prefix_key(name), static_cast<std::uint32_t>(placed + 1),
-                          static_cast<std::uint32_t>(name.size())};
+        slots_[at] = Slot{static_cast<std::uint32_t>(static_cast<std::uint64_t>(hash) >> 32),
+                          static_cast<std::uint32_t>(placed + 1)};
       }
       if (id < pool.size()) {
         hashes[id % kAhead] = Hash(pool[id]);

@@ -2,7 +2,9 @@
 // index from 0 up to the largest index held: look-up, insertion and erasure cost one step, and
 // iteration visits the records held in ascending index order. Node indices run densely from 1,
 // so the slots cost little beyond the records; a map that holds a few large indices holds a slot
-// for every index below them. Erasing resets the slot's record to a default one.
+// for every index below them. Erasing resets the slot's record to a default one. The slots lie in
+// blocks of 4096 rather than in one array, so that a large map fits into the memory the stages
+// before it freed; records never move while the map holds them.
 #pragma once
 
 #include <cstddef>
@@ -39,8 +41,8 @@ class NodeMap {
     // A mutable iterator reads as a constant one.
     operator Iterator<true>() const requires(!constant) { return Iterator<true>(map_, at_); }
 
-    reference operator*() const { return map_->slots_[at_]; }
-    pointer operator->() const { return &map_->slots_[at_]; }
+    reference operator*() const { return map_->Slot(at_); }
+    pointer operator->() const { return &map_->Slot(at_); }
     Iterator& operator++() {
       at_ = map_->Next_held(at_ + 1);
       return *this;
@@ -73,15 +75,24 @@ class NodeMap {
   using const_reverse_iterator = std::reverse_iterator<const_iterator>;
 
   NodeMap() = default;
+  NodeMap(const NodeMap& other) : held_(other.held_), count_(other.count_) {
+    for (std::size_t i = 0; i < other.held_.size(); ++i) Add_slot(other.Slot(i).second);
+  }
+  NodeMap(NodeMap&& other) noexcept = default;
+  NodeMap& operator=(const NodeMap& other) {
+    if (this != &other) *this = NodeMap(other);
+    return *this;
+  }
+  NodeMap& operator=(NodeMap&& other) noexcept = default;
   // As a map built by inserting the pairs in turn: of equal indices the first stays.
   NodeMap(std::initializer_list<std::pair<std::uint32_t, Record>> values) {
     for (const auto& [index, record] : values) try_emplace(index, record);
   }
 
   iterator begin() noexcept { return iterator(this, Next_held(0)); }
-  iterator end() noexcept { return iterator(this, slots_.size()); }
+  iterator end() noexcept { return iterator(this, held_.size()); }
   const_iterator begin() const noexcept { return const_iterator(this, Next_held(0)); }
-  const_iterator end() const noexcept { return const_iterator(this, slots_.size()); }
+  const_iterator end() const noexcept { return const_iterator(this, held_.size()); }
   reverse_iterator rbegin() noexcept { return reverse_iterator(end()); }
   reverse_iterator rend() noexcept { return reverse_iterator(begin()); }
   const_reverse_iterator rbegin() const noexcept { return const_reverse_iterator(end()); }
@@ -89,18 +100,15 @@ class NodeMap {
   size_type size() const noexcept { return count_; }
   bool empty() const noexcept { return count_ == 0; }
   // One past the largest index a slot exists for (every held index lies below).
-  std::size_t Index_bound() const noexcept { return slots_.size(); }
+  std::size_t Index_bound() const noexcept { return held_.size(); }
   // Releases the storage.
   void clear() noexcept {
-    std::vector<value_type>().swap(slots_);
+    std::vector<std::vector<value_type>>().swap(blocks_);
     std::vector<char>().swap(held_);
     count_ = 0;
   }
-  // Slots for every index below `bound`.
-  void reserve(const std::size_t& bound) {
-    slots_.reserve(bound);
-    held_.reserve(bound);
-  }
+  // Room for the flags of every index below `bound`.
+  void reserve(const std::size_t& bound) { held_.reserve(bound); }
 
   iterator find(const std::uint32_t& index) { return Holds(index) ? iterator(this, index) : end(); }
   const_iterator find(const std::uint32_t& index) const {
@@ -110,22 +118,22 @@ class NodeMap {
   bool contains(const std::uint32_t& index) const { return Holds(index); }
   Record& at(const std::uint32_t& index) {
     if (!Holds(index)) throw std::out_of_range("NodeMap::at");
-    return slots_[index].second;
+    return Slot(index).second;
   }
   const Record& at(const std::uint32_t& index) const {
     if (!Holds(index)) throw std::out_of_range("NodeMap::at");
-    return slots_[index].second;
+    return Slot(index).second;
   }
   Record& operator[](const std::uint32_t& index) { return try_emplace(index).first->second; }
 
   template <typename... Args>
   std::pair<iterator, bool> try_emplace(const std::uint32_t& index, Args&&... args) {
     if (Holds(index)) return {iterator(this, index), false};
-    while (slots_.size() <= index) {
-      slots_.emplace_back(static_cast<std::uint32_t>(slots_.size()), Record());
+    while (held_.size() <= index) {
+      Add_slot(Record());
       held_.push_back(0);
     }
-    slots_[index].second = Record(std::forward<Args>(args)...);
+    Slot(index).second = Record(std::forward<Args>(args)...);
     held_[index] = 1;
     ++count_;
     return {iterator(this, index), true};
@@ -140,7 +148,7 @@ class NodeMap {
 
   size_type erase(const std::uint32_t& index) {
     if (!Holds(index)) return 0;
-    slots_[index].second = Record();
+    Slot(index).second = Record();
     held_[index] = 0;
     --count_;
     return 1;
@@ -160,8 +168,23 @@ class NodeMap {
     return at;
   }
 
-  std::vector<value_type> slots_;  // slots_[i] holds index i
-  std::vector<char> held_;         // whether slot i is in the map
+  static constexpr std::size_t kBlockBits = 12;
+  static constexpr std::size_t kBlock = std::size_t{1} << kBlockBits;
+
+  value_type& Slot(const std::size_t& i) { return blocks_[i >> kBlockBits][i & (kBlock - 1)]; }
+  const value_type& Slot(const std::size_t& i) const {
+    return blocks_[i >> kBlockBits][i & (kBlock - 1)];
+  }
+  // Appends the slot of the next index, holding `record`.
+  void Add_slot(const Record& record) {
+    const std::size_t index =
+        blocks_.empty() ? 0 : (blocks_.size() - 1) * kBlock + blocks_.back().size();
+    if (index % kBlock == 0) blocks_.emplace_back().reserve(kBlock);
+    blocks_.back().emplace_back(static_cast<std::uint32_t>(index), record);
+  }
+
+  std::vector<std::vector<value_type>> blocks_;  // slot i, holding index i, is in block i / kBlock
+  std::vector<char> held_;                       // whether slot i is in the map
   std::size_t count_ = 0;
 };
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <span>
 #include <utility>
 
@@ -40,11 +41,14 @@ LinkEnds Gather(const IndexLinkMap& links, const std::size_t& bound, const bool&
   }
   for (std::size_t n = 0; n < bound; ++n) lists.begin[n + 1] += lists.begin[n];
   lists.ends.resize(lists.begin[bound]);
-  std::vector<std::size_t> next(lists.begin.begin(), lists.begin.end() - 1);
+  // begin[n] serves as node n's cursor and ends where node n + 1's list begins; shifting the
+  // cursors by one place gives the beginnings back.
   for (const auto& [key, weight] : links) {
-    if (to_first) lists.ends[next[key.first]++] = key.second;
-    if (to_second) lists.ends[next[key.second]++] = key.first;
+    if (to_first) lists.ends[lists.begin[key.first]++] = key.second;
+    if (to_second) lists.ends[lists.begin[key.second]++] = key.first;
   }
+  for (std::size_t n = bound; n > 0; --n) lists.begin[n] = lists.begin[n - 1];
+  lists.begin[0] = 0;
   return lists;
 }
 
@@ -71,14 +75,13 @@ void Vtx_map_from_link_map(VtxMap& vertices, const IndexLinkMap& links) {
   const std::size_t bound = Index_bound(links);
   const LinkEnds neighs = Gather(links, bound, true, true);
   vertices.reserve(bound);
+  NodeList sorted;
   for (std::size_t n = 0; n < bound; ++n) {
-    const std::span<const NodeIndex> list = neighs.Of(n);
-    if (list.empty()) continue;
+    std::span<const NodeIndex> members = neighs.Of(n);
+    if (members.empty()) continue;
     // Keys (smaller, larger) give every list in ascending order; other maps need sorting.
-    NodeList sorted;
-    std::span<const NodeIndex> members = list;
-    if (!std::is_sorted(list.begin(), list.end())) {
-      sorted.assign(list.begin(), list.end());
+    if (!std::is_sorted(members.begin(), members.end())) {
+      sorted.assign(members.begin(), members.end());
       std::sort(sorted.begin(), sorted.end());
       members = sorted;
     }

@@ -35,20 +35,23 @@ Vtx::Vtx(const NodeIndex& index, const NodeSet& neighs, const std::string& name)
 Vtx::Vtx(const NodeIndex& index, NodeSet&& neighs) : index_(index), neighs_(std::move(neighs)) {}
 
 Vtx::Vtx(const Vtx& other) : index_(other.index_), neighs_(other.neighs_) {
-  Assign_inc_sets(other.Inc_neighs_c());
-  if (other.name_) name_ = std::make_unique<std::string>(*other.name_);
+  if (other.extras_) extras_ = std::make_unique<Extras>(*other.extras_);
+}
+
+Vtx::Extras& Vtx::Own_extras() {
+  if (!extras_) extras_ = std::make_unique<Extras>();
+  return *extras_;
 }
 
 std::vector<NodeSet>& Vtx::Inc_sets() {
-  if (!inc_neighs_) inc_neighs_ = std::make_unique<std::vector<NodeSet>>();
-  return *inc_neighs_;
+  return Own_extras().inc_neighs;
 }
 
 void Vtx::Assign_inc_sets(const std::vector<NodeSet>& sets) {
   if (sets.empty()) {
-    inc_neighs_.reset();
-  } else if (&sets != inc_neighs_.get()) {
-    inc_neighs_ = std::make_unique<std::vector<NodeSet>>(sets);
+    if (extras_) extras_->inc_neighs.clear();
+  } else if (!extras_ || &sets != &extras_->inc_neighs) {
+    Own_extras().inc_neighs = sets;
   }
 }
 
@@ -65,10 +68,10 @@ std::vector<NodeSet> Vtx::Inc_neighs() const {
   return Inc_neighs_c();
 }
 const std::vector<NodeSet>& Vtx::Inc_neighs_c() const {
-  return inc_neighs_ ? *inc_neighs_ : No_sets();
+  return extras_ ? extras_->inc_neighs : No_sets();
 }
 std::string Vtx::Name() const {
-  return name_ ? *name_ : "0";
+  return extras_ ? extras_->name : "0";
 }
 
 void Vtx::Set_index(const NodeIndex& index) {
@@ -81,11 +84,7 @@ void Vtx::Set_inc_neighs(const std::vector<NodeSet>& inc_neighs) {
   Assign_inc_sets(inc_neighs);
 }
 void Vtx::Set_name(const std::string& name) {
-  if (name == "0") {
-    name_.reset();
-  } else {
-    name_ = std::make_unique<std::string>(name);
-  }
+  if (extras_ || name != "0") Own_extras().name = name;
 }
 
 void Vtx::Add_neigh(const NodeIndex& n) {
@@ -114,8 +113,8 @@ void Vtx::Remove_neigh(const NodeIndex& n) {
   }
   neighs_.erase(it);
   // Emptied incremental sets stay: their positions are the clique numbers of the node.
-  if (inc_neighs_) {
-    for (NodeSet& set : *inc_neighs_) set.erase(n);
+  if (extras_) {
+    for (NodeSet& set : extras_->inc_neighs) set.erase(n);
   }
 }
 
@@ -141,8 +140,7 @@ Vtx& Vtx::operator=(const Vtx& other) {
 void Vtx::Set_defaults() {
   index_ = 0;
   neighs_.clear();
-  inc_neighs_.reset();
-  name_.reset();
+  extras_.reset();
 }
 
 void Vtx::Copy(const Vtx& other) {
@@ -195,8 +193,8 @@ void Vtxd::Remove_neigh(const NodeIndex& n) {
   neighs_.erase(it);
   ineighs_.erase(n);
   oneighs_.erase(n);
-  if (inc_neighs_) {
-    for (NodeSet& set : *inc_neighs_) set.erase(n);
+  if (extras_) {
+    for (NodeSet& set : extras_->inc_neighs) set.erase(n);
   }
 }
 

@@ -55,10 +55,16 @@ class Vtx {
   std::vector<NodeSet>& Inc_sets();
   void Assign_inc_sets(const std::vector<NodeSet>& sets);
 
+  // What most records never get.
+  struct Extras {
+    std::vector<NodeSet> inc_neighs;
+    std::string name = "0";
+  };
+  Extras& Own_extras();
+
   NodeIndex index_ = 0;
   NodeSet neighs_;
-  std::unique_ptr<std::vector<NodeSet>> inc_neighs_;  // null: no incremental set
-  std::unique_ptr<std::string> name_;                 // null: the name "0"
+  std::unique_ptr<Extras> extras_;  // null: no incremental set and the name "0"
 };
 
 class Vtxd : public Vtx {
