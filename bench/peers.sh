@@ -24,15 +24,18 @@
 #   JOBS        parallel jobs of the build (default 1)
 #   DATA_DIR    where network names are looked up (default ../shared/data)
 #   KEEP        set to keep the scratch directory
+#   PYTHON      the Python that runs the peers (default Debian's /usr/bin/python3); e.g.
+#               PYTHON=python3 for another interpreter with its own networkx
 #
-# The peers run under Debian's /usr/bin/python3 (the peer code is bench/peers.py); when one is
-# missing it is installed with apt-get (python3-igraph, python3-networkx). Varnel is built in
-# build-bench-lean: Release, no tests, no export, target varnel only.
+# The peers run under PYTHON (the peer code is bench/peers.py); when one is missing from Debian's
+# Python it is installed with apt-get (python3-igraph, python3-networkx); another Python must
+# have it already. Varnel is built in build-bench-lean: Release, no tests, no export, target
+# varnel only.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 repo=$PWD
 data=$(cd "${DATA_DIR:-../shared/data}" 2>/dev/null && pwd) || data=${DATA_DIR:-../shared/data}
-python=/usr/bin/python3
+python=${PYTHON:-/usr/bin/python3}
 peer_code="$repo/bench/peers.py"
 runs=${RUNS:-3}
 peers=${PEERS:-igraph networkx}
@@ -46,6 +49,7 @@ die() {
 # Installs Debian package $2 when Python module $1 cannot be imported.
 ensure_module() {
   if ! "$python" -c "import $1" 2>/dev/null; then
+    [ "$python" = /usr/bin/python3 ] || die "$python cannot import $1"
     echo "installing $2..."
     apt-get install -y "$2" >/dev/null || die "could not install $2"
     "$python" -c "import $1" || die "$2 installed but $1 cannot be imported"

@@ -27,11 +27,12 @@ void Exact_loop(const NodeOrder& order, const std::string& header, const std::st
   overlaps.rows.clear();
   const auto total = static_cast<std::uint32_t>(order.size());
   std::uint32_t remaining = total;
+  std::ostringstream block;
   for (const NodeIndex v : order) {
     Check_stop(stop);
-    std::ostringstream block;
+    block.str(std::string());
     Report_progress(header, "nodes", remaining, total, block);
-    Print_text(block.str());
+    Print_text(block.view());
     search_node(v);
     --remaining;
   }

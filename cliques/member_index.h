@@ -32,13 +32,24 @@ class MemberIndex {
   void Add(const NodeList& members, const std::uint32_t& position);
   template <typename Keep>
   void Add(const NodeList& members, const std::uint32_t& position, Keep&& keep);
-  // Every list of `lists`, at its position.
+  // Every list of `lists`, at its position. Into an empty index the lists go in one pass, with
+  // one array for all memberships.
   void Add_all(const std::vector<NodeList>& lists);
 
   // The positions of the lists holding node n, ascending.
-  std::span<const std::uint32_t> Holders(const NodeIndex& n) const;
+  std::span<const std::uint32_t> Holders(const NodeIndex& n) const {
+    if (!packed_begin_.empty()) {
+      if (std::size_t{n} + 1 >= packed_begin_.size()) return {};
+      return std::span<const std::uint32_t>(packed_).subspan(
+          packed_begin_[n], packed_begin_[n + std::size_t{1}] - packed_begin_[n]);
+    }
+    if (n >= holders_.size()) return {};
+    return std::span<const std::uint32_t>(holders_[n].data(), holders_[n].size());
+  }
   // One past the largest node recorded.
-  std::size_t Node_bound() const { return holders_.size(); }
+  std::size_t Node_bound() const {
+    return packed_begin_.empty() ? holders_.size() : packed_begin_.size() - 1;
+  }
 
   // The lists sharing at least one node with `members`, ascending by position, each with its
   // shared count (a list recorded in the index counts itself). Lists for which skip(position)
@@ -54,9 +65,16 @@ class MemberIndex {
  private:
   void Grow_nodes(const std::size_t& bound);
   void Grow_tally(const std::size_t& bound);
+  // Moves the packed memberships into per-node lists, which single additions extend.
+  void Unpack();
 
-  std::vector<std::vector<std::uint32_t>> holders_;  // node -> positions of its lists
-  std::vector<std::uint32_t> tally_;                 // position -> shared count, 0 between calls
+  // node -> positions of its lists, ascending; a node in one or two lists needs no allocation
+  std::vector<NodeSet> holders_;
+  // The memberships of Add_all, node by node: node n's are packed_[packed_begin_[n],
+  // packed_begin_[n + 1]). Empty when the lists came one at a time.
+  std::vector<std::size_t> packed_begin_;
+  std::vector<std::uint32_t> packed_;
+  std::vector<std::uint32_t> tally_;  // position -> shared count, 0 between calls
   std::vector<std::uint32_t> touched_;
   std::vector<Shared> shared_;
   std::size_t bytes_ = 0;
@@ -64,13 +82,14 @@ class MemberIndex {
 
 template <typename Keep>
 void MemberIndex::Add(const NodeList& members, const std::uint32_t& position, Keep&& keep) {
+  if (!packed_begin_.empty()) Unpack();
   Reserve(members, position);
   for (const NodeIndex& m : members) {
     if (!keep(m)) continue;
-    std::vector<std::uint32_t>& list = holders_[m];
-    const std::size_t before = list.capacity();
-    list.push_back(position);
-    bytes_ += (list.capacity() - before) * sizeof(std::uint32_t);
+    NodeSet& list = holders_[m];
+    const std::size_t before = list.Heap_bytes();
+    list.insert(position);
+    bytes_ += list.Heap_bytes() - before;
   }
 }
 
@@ -79,8 +98,7 @@ std::span<const MemberIndex::Shared> MemberIndex::Shared_with(const NodeList& me
                                                               Skip&& skip) {
   touched_.clear();
   for (const NodeIndex& m : members) {
-    if (m >= holders_.size()) continue;
-    for (const std::uint32_t& j : holders_[m]) {
+    for (const std::uint32_t& j : Holders(m)) {
       if (skip(j)) continue;
       if (tally_[j]++ == 0) touched_.push_back(j);
     }

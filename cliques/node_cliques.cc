@@ -1,7 +1,9 @@
 #include "cliques/node_cliques.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstdint>
+#include <span>
 #include <string>
 
 #include "cliques/node_bits.h"
@@ -16,15 +18,55 @@ const Vtx& Record(const VtxMap& map, const NodeIndex& n) {
   return Record_of(map, n, "Clique_find", "vertex map");
 }
 
-using Bits = NodeBits;
+using Word = std::uint64_t;
+constexpr std::size_t kWordBits = 64;
 
-// One level of the pivoting search: candidates P, excluded X, the branches still to take.
-struct Frame {
-  Bits P;
-  Bits X;
-  std::vector<std::uint32_t> branches;
-  std::size_t next = 0;
-};
+void Set_bit(Word* row, const std::size_t& i) {
+  row[i / kWordBits] |= Word{1} << (i % kWordBits);
+}
+void Reset_bit(std::vector<Word>& row, const std::size_t& i) {
+  row[i / kWordBits] &= ~(Word{1} << (i % kWordBits));
+}
+bool None(const std::vector<Word>& row) {
+  return std::all_of(row.begin(), row.end(), [](const Word& w) { return w == 0; });
+}
+template <typename F>
+void For_each_bit(const std::vector<Word>& row, F&& f) {
+  for (std::size_t i = 0; i < row.size(); ++i) {
+    for (Word w = row[i]; w != 0; w &= w - 1) {
+      f(i * kWordBits + static_cast<std::size_t>(std::countr_zero(w)));
+    }
+  }
+}
+
+// Calls hit(p) for every position p of `all` whose node is in `linked`; both ascend. A list
+// much shorter than the other is looked up in it, narrowing the range as the values ascend;
+// otherwise the two are merged.
+template <typename Hit>
+void Intersect(std::span<const NodeIndex> linked, std::span<const NodeIndex> all, Hit&& hit) {
+  if (linked.size() > 8 * all.size()) {
+    auto from = linked.begin();
+    for (std::size_t p = 0; p < all.size(); ++p) {
+      from = std::lower_bound(from, linked.end(), all[p]);
+      if (from == linked.end()) return;
+      if (*from == all[p]) hit(p);
+    }
+  } else if (all.size() > 8 * linked.size()) {
+    auto from = all.begin();
+    for (const NodeIndex x : linked) {
+      from = std::lower_bound(from, all.end(), x);
+      if (from == all.end()) return;
+      if (*from == x) hit(static_cast<std::size_t>(from - all.begin()));
+    }
+  } else {
+    std::size_t p = 0;
+    for (const NodeIndex x : linked) {
+      while (p < all.size() && all[p] < x) ++p;
+      if (p == all.size()) return;
+      if (all[p] == x) hit(p);
+    }
+  }
+}
 
 }  // namespace
 
@@ -46,8 +88,10 @@ std::vector<NodeList> Node_cliques_in_order(const NodeIndex& v, NodeSearch& sear
                                             const NodeCliqueMap& node_cliques) {
   const std::span<const NodeIndex> all = search.graph.Of(v);
   // Local numbers: the unprocessed neighbours first, ascending, then the processed ones.
-  NodeList N;
-  NodeList gone;
+  NodeList& N = search.unprocessed;
+  NodeList& gone = search.gone;
+  N.clear();
+  gone.clear();
   for (const NodeIndex n : all) (search.processed[n] ? gone : N).push_back(n);
   std::vector<NodeList> found;
   if (N.size() < 2) return found;
@@ -61,41 +105,38 @@ std::vector<NodeList> Node_cliques_in_order(const NodeIndex& v, NodeSearch& sear
   }
 
   const std::size_t n = N.size();
-  const std::size_t m = n + gone.size();
+  const std::size_t m = all.size();
   const std::size_t words = NodeBits::Words_for(m);
-  for (std::size_t i = 0; i < n; ++i) search.local[N[i]] = static_cast<std::int32_t>(i);
-  for (std::size_t i = 0; i < gone.size(); ++i)
-    search.local[gone[i]] = static_cast<std::int32_t>(n + i);
+  std::vector<std::uint32_t>& local = search.local;
+  local.resize(m);
+  {
+    std::uint32_t next_new = 0;
+    auto next_gone = static_cast<std::uint32_t>(n);
+    for (std::size_t p = 0; p < m; ++p)
+      local[p] = search.processed[all[p]] ? next_gone++ : next_new++;
+  }
 
   // Every link counts as in the whole graph: the unprocessed nodes keep all their links among
   // themselves, and a processed neighbour is tested against them as it stands in the graph.
-  std::vector<Bits> adj(m, Bits(words));
+  std::vector<Word>& rows = search.rows;
+  rows.assign(m * words, 0);
+  const auto row = [&](const std::size_t& i) { return rows.data() + i * words; };
   for (std::size_t i = 0; i < n; ++i) {
-    const std::span<const NodeIndex> linked = search.graph.Of(N[i]);
-    if (linked.size() < 4 * m) {
-      for (const NodeIndex other : linked) {
-        const std::int32_t j = search.local[other];
-        if (j >= 0) adj[i].Set(static_cast<std::size_t>(j));
-      }
-    } else {
-      for (std::size_t j = 0; j < m; ++j) {
-        if (std::binary_search(linked.begin(), linked.end(), j < n ? N[j] : gone[j - n])) {
-          adj[i].Set(j);
-        }
-      }
-    }
-    adj[i].For_each([&](std::size_t j) {
-      if (j >= n) adj[j].Set(i);
+    Intersect(search.graph.Of(N[i]), all, [&](const std::size_t& p) {
+      const std::uint32_t j = local[p];
+      Set_bit(row(i), j);
+      if (j >= n) Set_bit(row(j), i);
     });
   }
-  for (const NodeIndex node : N) search.local[node] = -1;
-  for (const NodeIndex node : gone) search.local[node] = -1;
 
-  std::vector<std::uint32_t> R;
-  std::vector<Frame> stack;
-  const auto push = [&](Bits P, Bits X) {
-    if (P.None()) {
-      if (X.None() && R.size() >= 2) {
+  std::vector<NodeSearch::Frame>& frames = search.frames;
+  std::vector<std::uint32_t>& R = search.R;
+  R.clear();
+  // Readies frames[d], whose P and X are set: false when it has nothing to branch on.
+  const auto open = [&](const std::size_t& d) {
+    NodeSearch::Frame& frame = frames[d];
+    if (None(frame.P)) {
+      if (None(frame.X) && R.size() >= 2) {
         NodeList clique;
         clique.reserve(R.size() + 1);
         for (const std::uint32_t r : R) clique.push_back(N[r]);
@@ -107,41 +148,65 @@ std::vector<NodeList> Node_cliques_in_order(const NodeIndex& v, NodeSearch& sear
     std::size_t pivot = 0;
     std::size_t best = 0;
     bool chosen = false;
-    const auto consider = [&](std::size_t u) {
-      const std::size_t count = adj[u].Count_and(P);
+    const auto consider = [&](const std::size_t& u) {
+      const Word* linked = row(u);
+      std::size_t count = 0;
+      for (std::size_t w = 0; w < words; ++w) {
+        count += static_cast<std::size_t>(std::popcount(linked[w] & frame.P[w]));
+      }
       if (!chosen || count > best) {
         pivot = u;
         best = count;
         chosen = true;
       }
     };
-    P.For_each(consider);
-    X.For_each(consider);
-    Frame frame{std::move(P), std::move(X), {}, 0};
-    frame.branches = frame.P.Minus_list(adj[pivot]);
-    stack.push_back(std::move(frame));
+    For_each_bit(frame.P, consider);
+    For_each_bit(frame.X, consider);
+    frame.branches.clear();
+    const Word* excluded = row(pivot);
+    for (std::size_t w = 0; w < words; ++w) {
+      for (Word bits = frame.P[w] & ~excluded[w]; bits != 0; bits &= bits - 1) {
+        frame.branches.push_back(
+            static_cast<std::uint32_t>(w * kWordBits + std::countr_zero(bits)));
+      }
+    }
+    frame.next = 0;
     return true;
   };
 
-  Bits P(words);
-  for (std::size_t i = 0; i < n; ++i) P.Set(i);
-  Bits X(words);
-  for (std::size_t j = n; j < m; ++j) X.Set(j);
-  push(std::move(P), std::move(X));
-  while (!stack.empty()) {
-    Frame& top = stack.back();
-    if (top.next == top.branches.size()) {
-      stack.pop_back();
-      if (!R.empty() && !stack.empty()) R.pop_back();
+  if (frames.empty()) frames.resize(1);
+  frames[0].P.assign(words, 0);
+  frames[0].X.assign(words, 0);
+  for (std::size_t i = 0; i < n; ++i) Set_bit(frames[0].P.data(), i);
+  for (std::size_t j = n; j < m; ++j) Set_bit(frames[0].X.data(), j);
+  std::size_t depth = 0;
+  bool searching = open(0);
+  while (searching) {
+    if (frames[depth].next == frames[depth].branches.size()) {
+      if (depth == 0) break;
+      --depth;
+      R.pop_back();
       continue;
     }
+    if (frames.size() <= depth + 1) frames.resize(depth + 2);
+    NodeSearch::Frame& top = frames[depth];
+    NodeSearch::Frame& child = frames[depth + 1];
     const std::uint32_t q = top.branches[top.next++];
-    Bits P_q = top.P.And(adj[q]);
-    Bits X_q = top.X.And(adj[q]);
-    top.P.Reset(q);
-    top.X.Set(q);
+    const Word* linked = row(q);
+    child.P.resize(words);
+    child.X.resize(words);
+    for (std::size_t w = 0; w < words; ++w) {
+      child.P[w] = top.P[w] & linked[w];
+      child.X[w] = top.X[w] & linked[w];
+    }
+    Reset_bit(top.P, q);
+    Set_bit(top.X.data(), q);
     R.push_back(q);
-    if (!push(std::move(P_q), std::move(X_q))) R.pop_back();
+    if (open(depth + 1)) {
+      ++depth;
+    } else {
+      R.pop_back();
+    }
   }
 
   // Local numbers follow node order, so the clique lists compare like the search's paths.

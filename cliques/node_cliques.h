@@ -19,14 +19,28 @@
 namespace kcp {
 
 // The whole graph, which of its nodes are processed, and the scratch of the search, kept from
-// node to node. The unprocessed nodes are linked among themselves as in the whole graph, as the
-// working graph of the exact search is.
+// node to node so that a node's search allocates nothing once the scratch has grown. The
+// unprocessed nodes are linked among themselves as in the whole graph, as the working graph of
+// the exact search is.
 struct NodeSearch {
-  explicit NodeSearch(const Adjacency& graph)
-      : graph(graph), processed(graph.Node_bound(), 0), local(graph.Node_bound(), -1) {}
+  explicit NodeSearch(const Adjacency& graph) : graph(graph), processed(graph.Node_bound(), 0) {}
   const Adjacency& graph;
   std::vector<char> processed;
-  std::vector<std::int32_t> local;  // node -> its local number in the current search, else -1
+
+  // One level of the pivoting search: candidates P, excluded X (rows of `words` words), the
+  // branches still to take.
+  struct Frame {
+    std::vector<std::uint64_t> P;
+    std::vector<std::uint64_t> X;
+    std::vector<std::uint32_t> branches;
+    std::size_t next = 0;
+  };
+  NodeList unprocessed;
+  NodeList gone;
+  std::vector<std::uint32_t> local;  // position in the node's neighbour list -> local number
+  std::vector<std::uint64_t> rows;   // local number -> its links to the candidates, as bits
+  std::vector<Frame> frames;
+  std::vector<std::uint32_t> R;
 };
 
 std::vector<NodeList> Node_cliques_in_order(const NodeIndex& v, NodeSearch& search,

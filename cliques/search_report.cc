@@ -1,6 +1,7 @@
 #include "cliques/search_report.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <iomanip>
 #include <sstream>
 
@@ -10,13 +11,26 @@ namespace kcp::Clique_find_report_sub_routines {
 
 namespace {
 
-// part * 100 / whole with 2 decimals. A whole of 0 would divide by zero; no search reports on an
-// empty graph, and 0.00 is written should it ever happen.
+// part * 100 / whole with 2 decimals, as a stream in fixed notation writes the long double
+// quotient. A whole of 0 would divide by zero; no search reports on an empty graph, and 0.00 is
+// written should it ever happen.
 std::string Percentage(const long double& part, const std::uint32_t& whole) {
-  std::ostringstream text;
   const long double value = whole == 0 ? 0.0L : part * 100.0L / static_cast<long double>(whole);
-  text << std::fixed << std::setprecision(2) << value;
-  return text.str();
+  // A count of at most `whole` has the rounded quotient in integers: the quotient is within
+  // 2^-57 of part * 100 / whole, which is either exactly halfway between two hundredths or at
+  // least 2^-40 away from it, so only an exact half needs the stream's own rounding.
+  if (whole != 0 && part >= 0 && part <= whole && part == static_cast<std::uint32_t>(part)) {
+    const std::uint64_t twice = static_cast<std::uint64_t>(part) * 20000;  // 2 * hundredths * whole
+    const bool half = twice % whole == 0 && twice / whole % 2 == 1;
+    if (!half) {
+      const std::uint64_t hundredths = (twice / whole + 1) / 2;
+      const std::uint64_t cents = hundredths % 100;
+      return std::to_string(hundredths / 100) + (cents < 10 ? ".0" : ".") + std::to_string(cents);
+    }
+  }
+  std::ostringstream stream;
+  stream << std::fixed << std::setprecision(2) << value;
+  return stream.str();
 }
 
 void Count_line(const std::string& unit, const std::uint32_t& remaining, const std::uint32_t& total,

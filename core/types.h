@@ -11,18 +11,23 @@
 #include <utility>
 #include <vector>
 
+#include "core/flat_map.h"
+#include "core/link_map.h"
+#include "core/name_map.h"
+#include "core/node_set.h"
+
 namespace kcp {
 
 using NodeIndex = std::uint32_t;
 
-// (source name, target name) -> weight, byte-wise ordered. A pair and its reverse are two keys.
-using LinkMap = std::map<std::pair<std::string, std::string>, double>;
-// (first index, second index) -> weight; undirected runs hold each link once as (smaller, larger).
-using IndexLinkMap = std::map<std::pair<NodeIndex, NodeIndex>, double>;
-using NameMap = std::map<NodeIndex, std::string>;
+// The link and name maps are sorted arrays with the interface of ordered maps, iterated in key
+// order: LinkMap (core/link_map.h), (source name, target name) -> weight, byte-wise ordered, a
+// pair and its reverse two keys; NameMap (core/name_map.h), node index -> name; and the
+// IndexLinkMap: (first index, second index) -> weight, where undirected runs hold each link once
+// as (smaller, larger). NodeSet (core/node_set.h) is the ordered node set of the vertex records
+// and the searches.
+using IndexLinkMap = FlatMap<std::pair<NodeIndex, NodeIndex>, double>;
 
-// Working node sets of the searches.
-using NodeSet = std::set<NodeIndex>;
 // A stored clique or community: strictly ascending node indices.
 using NodeList = std::vector<NodeIndex>;
 using Clique = NodeList;

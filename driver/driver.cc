@@ -76,7 +76,7 @@ void Run_stages(int argc, char** argv, const unsigned& threads, RunStage& stage)
   Print_line(" Converting links...");
   stage = {"converting the links", true};
   Convert_s_links(index_links, names, links, directed);
-  LinkMap().swap(links);
+  links.clear();
   Print_line(" Links converted OK, total number of " + std::to_string(index_links.size()) +
              " will be");
   Print_line(" taken into account in the community finding.");
@@ -98,6 +98,9 @@ void Run_stages(int argc, char** argv, const unsigned& threads, RunStage& stage)
   stage = {"searching the cliques", true};
   Find_cliques(time_flag, directed, cliques, overlaps, directed_vertices, vertices, n_exact,
                max_time);
+  // Nothing after the search reads the graph: its memory goes to the community stages.
+  vertices.clear();
+  directed_vertices.clear();
   Print_underscores(27);
   Print_line(" Writing cliques to disk...");
   stage = {"writing the cliques", true};

@@ -11,6 +11,8 @@
 #include <system_error>
 #include <utility>
 
+#include "graph/link_lines.h"
+
 namespace kcp {
 
 namespace {
@@ -89,14 +91,24 @@ class Line_source {
         }
       }
       if (done_) return !carry_.empty() && Give_carry(line);
-      in_.read(block_.get(), static_cast<std::streamsize>(kReadBufferSize));
-      begin_ = 0;
-      end_ = static_cast<std::size_t>(in_.gcount());
-      done_ = !in_;
+      Read_block();
     }
   }
 
+  // The first bytes of the input, as many as one block holds, before any line is taken.
+  std::string_view Start() {
+    if (!started_) Read_block();
+    return std::string_view(block_.get() + begin_, end_ - begin_);
+  }
+
  private:
+  void Read_block() {
+    in_.read(block_.get(), static_cast<std::streamsize>(kReadBufferSize));
+    begin_ = 0;
+    end_ = static_cast<std::size_t>(in_.gcount());
+    done_ = !in_;
+    started_ = true;
+  }
   bool Give_carry(std::string_view& line) {
     line = carry_;
     carried_ = true;
@@ -114,10 +126,37 @@ class Line_source {
   std::size_t begin_ = 0;
   std::size_t end_ = 0;
   bool done_ = false;
+  bool started_ = false;
   std::string carry_;
   bool carried_ = false;
   std::uint64_t number_ = 0;
 };
+
+// A compressed file is refused by its leading bytes: read as text it would give a meaningless
+// run. Only the whole leading sequence counts, so a link file whose first node is "PK" or "BZh9"
+// is read as any other.
+void Refuse_compressed(std::string_view start, const std::string& file) {
+  struct Format {
+    std::string_view kind;
+    std::string_view tool;
+    std::string_view magic;
+  };
+  using namespace std::string_view_literals;
+  static constexpr Format kFormats[] = {{"gzip", "gunzip", "\x1f\x8b"sv},
+                                        {"xz", "unxz", "\xfd\x37\x7a\x58\x5a\x00"sv},
+                                        {"zstd", "unzstd", "\x28\xb5\x2f\xfd"sv},
+                                        {"zip", "unzip", "\x50\x4b\x03\x04"sv}};
+  for (const Format& format : kFormats) {
+    if (start.starts_with(format.magic)) {
+      throw Xep_compressed_file(file, std::string(format.kind), std::string(format.tool));
+    }
+  }
+  // bzip2: "BZh", the block size as a digit 1 to 9, then the magic of the first block.
+  if (start.size() >= 10 && start.starts_with("BZh") && start[3] >= '1' && start[3] <= '9' &&
+      start.substr(4, 6) == "1AY&SY") {
+    throw Xep_compressed_file(file, "bzip2", "bunzip2");
+  }
+}
 
 struct Thresholds {
   bool lower_flag;
@@ -126,20 +165,13 @@ struct Thresholds {
   double upper;
 };
 
-void Read_links(const std::string& file, LinkMap& links, const Thresholds* thresholds) {
-  // The lines are read in blocks of their own: the stream needs no buffer.
-  std::ifstream in;
-  in.rdbuf()->pubsetbuf(nullptr, 0);
-  in.open(file, std::ios::in | std::ios::binary);
-  if (!in.is_open()) throw Xep_file_not_found(file);
-  links.clear();
-
+// The lines kept so far, until the read ends either way: the links read before a failure stay.
+void Read_lines(std::istream& in, const std::string& file, const Thresholds* thresholds,
+                LinkLines& kept) {
   const bool weighted = thresholds != nullptr;
   Line_source lines(in, file);
+  Refuse_compressed(lines.Start(), file);
   std::string_view line;
-  // Files often list their links in key order: the place after the last link is then the right
-  // place for the next one, and a wrong hint costs only a normal search.
-  auto hint = links.end();
   while (lines.Next(line)) {
     // No blanks are stripped first: " # x y" is a link from "#" to "x".
     if (line.empty() || line[0] == '#') continue;
@@ -161,15 +193,26 @@ void Read_links(const std::string& file, LinkMap& links, const Thresholds* thres
                                       thresholds->upper_flag, thresholds->upper)) {
       continue;
     }
-    const auto it =
-        links.try_emplace(hint, std::pair<std::string, std::string>(source, target), 0.0);
-    if (weighted) {
-      it->second += weight;
-    } else {
-      it->second = 0.0;
-    }
-    hint = std::next(it);
+    kept.Add(source, target, weight);
   }
+}
+
+void Read_links(const std::string& file, LinkMap& links, const Thresholds* thresholds) {
+  // The lines are read in blocks of their own: the stream needs no buffer.
+  std::ifstream in;
+  in.rdbuf()->pubsetbuf(nullptr, 0);
+  in.open(file, std::ios::in | std::ios::binary);
+  if (!in.is_open()) throw Xep_file_not_found(file);
+  links.clear();
+
+  LinkLines kept;
+  try {
+    Read_lines(in, file, thresholds, kept);
+  } catch (const Xep_read_file&) {
+    kept.Move_to(links, thresholds != nullptr);
+    throw;
+  }
+  kept.Move_to(links, thresholds != nullptr);
   // A stream that failed without reaching the end could not be read: a directory, which opens
   // but yields nothing, or an input error in the middle of the file.
   if (in.bad() || !in.eof()) throw Xep_read_file(file);
@@ -199,6 +242,13 @@ Xep_wrong_line::Xep_wrong_line(const std::string& line) : Xep_read_file(), line(
 Xep_wrong_line::Xep_wrong_line(const std::string& line, const std::string& file)
     : Xep_read_file(file), line(line) {
   message_ = "ERROR: Wrong line found in '" + file + "' :\n" + line;
+}
+
+Xep_compressed_file::Xep_compressed_file(const std::string& file, const std::string& kind,
+                                         const std::string& tool)
+    : Xep_read_file(file) {
+  message_ = "ERROR: '" + file + "' is a " + kind +
+             " file, not a link file: decompress it first, for example with " + tool + ".";
 }
 
 Xep_line_too_long::Xep_line_too_long(const std::string& file, const std::uint64_t& line,

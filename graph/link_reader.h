@@ -2,9 +2,10 @@
 // weighted reader, a weight; empty lines and lines starting with '#' are skipped, self-links are
 // dropped. The unweighted reader stores 0.0 for every pair; the weighted one sums the weights of
 // the lines of an ordered pair whose own weight lies strictly between the thresholds in force.
-// Throws Xep_file_not_found (LinkMap untouched), Xep_wrong_line at the first unreadable line,
-// Xep_line_too_long at a line of more than 2^28 bytes, or Xep_read_file when the file cannot be
-// read; links read before the failure stay.
+// Throws Xep_file_not_found (LinkMap untouched), Xep_compressed_file when the file begins as a
+// gzip, bzip2, xz, zstd or zip file does (LinkMap emptied), Xep_wrong_line at the first
+// unreadable line, Xep_line_too_long at a line of more than 2^28 bytes, or Xep_read_file when the
+// file cannot be read; links read before the failure stay.
 #pragma once
 
 #include <cstddef>
@@ -41,6 +42,13 @@ class Xep_wrong_line : public Xep_read_file {
   Xep_wrong_line(const std::string& line, const std::string& file);
 
   std::string line;
+};
+
+// A compressed file given as the link file: kind names its format, tool a program that
+// decompresses it.
+class Xep_compressed_file : public Xep_read_file {
+ public:
+  Xep_compressed_file(const std::string& file, const std::string& kind, const std::string& tool);
 };
 
 // A line longer than any link file holds (the input is something else, or endless).

@@ -1,53 +1,69 @@
 #include "graph/node_index.h"
 
-#include <algorithm>
-#include <string_view>
-#include <unordered_map>
+#include <cstddef>
 #include <utility>
 #include <vector>
 
+#include "graph/counting_sort.h"
+
 namespace kcp {
+
+namespace {
+
+using Keyed = std::pair<std::pair<NodeIndex, NodeIndex>, double>;
+
+}  // namespace
 
 void Convert_s_links(IndexLinkMap& out, NameMap& names, const LinkMap& links,
                      const bool& directed) {
   names.clear();
   out.clear();
-  // Keys view the names held by the LinkMap, which outlives this call.
-  std::unordered_map<std::string_view, NodeIndex> index_of;
-  index_of.reserve(2 * links.size());
-  const auto index = [&](const std::string& name) {
-    const auto [it, inserted] =
-        index_of.try_emplace(name, static_cast<NodeIndex>(index_of.size() + 1));
-    if (inserted) names.emplace_hint(names.end(), it->second, name);
-    return it->second;
+  const NamePool& pool = links.Names();
+  // Pool number -> index, 0 while the name has none.
+  std::vector<NodeIndex> index_of(pool.size(), 0);
+  names.reserve(pool.size(), pool.Bytes());
+  NodeIndex last = 0;
+  const auto index = [&](const std::uint32_t& id) {
+    if (index_of[id] == 0) {
+      index_of[id] = ++last;
+      names.emplace(last, pool[id]);
+    }
+    return index_of[id];
   };
 
-  // The keys in walk order; a stable sort keeps the walk order among equal keys, so each sum
-  // below adds its weights in the same order as adding them one by one during the walk would.
-  std::vector<std::pair<std::pair<NodeIndex, NodeIndex>, double>> keyed;
+  // The keys in walk order; both sorting passes keep the walk order among equal keys, so each
+  // sum below adds its weights in the order the walk meets them.
+  std::vector<Keyed> keyed;
   keyed.reserve(links.size());
-  const std::string* last_source = nullptr;
-  NodeIndex s = 0;
-  for (const auto& [key, weight] : links) {
-    // The walk meets each source name in one run of entries.
-    if (last_source == nullptr || *last_source != key.first) {
-      s = index(key.first);
-      last_source = &key.first;
-    }
-    const NodeIndex t = index(key.second);
+  for (const LinkMap::Entry& link : links.Entries()) {
+    const NodeIndex s = index(link.source);
+    const NodeIndex t = index(link.target);
     if (!directed && t < s) {
-      keyed.push_back({{t, s}, weight});
+      keyed.push_back({{t, s}, link.weight});
     } else {
-      keyed.push_back({{s, t}, weight});
+      keyed.push_back({{s, t}, link.weight});
     }
   }
-  std::stable_sort(keyed.begin(), keyed.end(),
-                   [](const auto& a, const auto& b) { return a.first < b.first; });
-  for (const auto& [key, weight] : keyed) {
-    // Keys arrive in ascending order, so a new key always goes last.
-    const auto it = out.emplace_hint(out.end(), key, 0.0);
-    it->second += weight;
+  std::vector<NodeIndex>().swap(index_of);
+  {
+    std::vector<Keyed> scratch;
+    const std::size_t bound = std::size_t{last} + 1;
+    Counting_sort(keyed, scratch, bound, [](const Keyed& e) { return e.first.second; });
+    Counting_sort(keyed, scratch, bound, [](const Keyed& e) { return e.first.first; });
   }
+
+  // A new key starts at 0.0 and adds the weight of each link folded into it.
+  std::size_t kept = 0;
+  for (std::size_t i = 0; i < keyed.size();) {
+    Keyed key = keyed[i];
+    double total = 0.0;
+    for (; i < keyed.size() && keyed[i].first == key.first; ++i) total += keyed[i].second;
+    key.second = total;
+    keyed[kept++] = key;
+  }
+  keyed.resize(kept);
+  if (keyed.capacity() - kept > kept / 8) keyed.shrink_to_fit();
+  out = IndexLinkMap::From_sorted(std::move(keyed));
 }
 
 }  // namespace kcp

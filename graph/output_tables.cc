@@ -4,12 +4,6 @@
 
 namespace kcp {
 
-NameTable::NameTable(const NameMap& names) {
-  if (names.empty()) return;
-  views_.resize(std::size_t{names.rbegin()->first} + 1);
-  for (const auto& [index, name] : names) views_[index] = name;
-}
-
 LinkLookup::LinkLookup(const IndexLinkMap& links) {
   const std::size_t nodes = links.empty() ? 0 : std::size_t{links.rbegin()->first.first} + 1;
   begin_.assign(nodes + 1, 0);

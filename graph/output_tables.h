@@ -14,14 +14,13 @@ namespace kcp {
 
 class NameTable {
  public:
-  explicit NameTable(const NameMap& names);
+  explicit NameTable(const NameMap& names) : names_(names) {}
   // The name of node n; an index without a name reads as the empty name.
-  std::string_view operator[](const NodeIndex& n) const {
-    return n < views_.size() ? views_[n] : std::string_view();
-  }
+  std::string_view operator[](const NodeIndex& n) const { return names_[n]; }
 
  private:
-  std::vector<std::string_view> views_;
+  // Node numbering fills the map densely from 1, where it finds a name in one step.
+  const NameMap& names_;
 };
 
 class LinkLookup {

@@ -1,21 +1,23 @@
 // The graph the clique searches work on, built from the IndexLinkMap: Vtx records for an
 // undirected run, Vtxd records for a directed one (names stay "0", incremental sets empty), and
-// the node order of the searches: ascending neighbour count, ties by ascending index.
+// the node order of the searches: ascending neighbour count, ties by ascending index. The maps
+// hold one slot per index (NodeMap); building one and ordering its nodes cost what the links and
+// nodes are, with no search of a tree.
 #pragma once
 
-#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "core/types.h"
 #include "core/xerror_msg.h"
+#include "graph/node_map.h"
 #include "graph/vtx.h"
 
 namespace kcp {
 
-using VtxMap = std::map<NodeIndex, Vtx>;
-using VtxdMap = std::map<NodeIndex, Vtxd>;
+using VtxMap = NodeMap<Vtx>;
+using VtxdMap = NodeMap<Vtxd>;
 using NodeOrder = std::vector<NodeIndex>;
 
 // The undirected map; the IndexLinkMap must hold each link once (a directed one is refused by
@@ -46,9 +48,10 @@ template <typename Map>
 void Unlink_node(Map& map, const NodeIndex& v) {
   auto& own = map.find(v)->second;
   const NodeList neighs(own.Neighs_c().begin(), own.Neighs_c().end());
-  for (const NodeIndex n : neighs) {
-    own.Remove_neigh(n);
-    map.find(n)->second.Remove_neigh(v);
+  // Largest first: each removal then takes the last member of v's sets, with nothing to move.
+  for (auto n = neighs.rbegin(); n != neighs.rend(); ++n) {
+    own.Remove_neigh(*n);
+    map.find(*n)->second.Remove_neigh(v);
   }
 }
 

@@ -1,6 +1,7 @@
 #include "graph/vtx.h"
 
 #include <string_view>
+#include <utility>
 
 #include "core/xerror_msg.h"
 
@@ -11,6 +12,15 @@ namespace kcp {
 // The fields start at their defaults (index 0, empty sets, name "0"), which is what
 // Set_defaults would give, so the constructors only set the given fields.
 
+namespace {
+
+const std::vector<NodeSet>& No_sets() {
+  static const std::vector<NodeSet> none;
+  return none;
+}
+
+}  // namespace
+
 Vtx::Vtx() = default;
 
 Vtx::Vtx(const NodeIndex& index) : index_(index) {}
@@ -18,13 +28,32 @@ Vtx::Vtx(const NodeIndex& index) : index_(index) {}
 Vtx::Vtx(const NodeIndex& index, const NodeSet& neighs) : index_(index), neighs_(neighs) {}
 
 Vtx::Vtx(const NodeIndex& index, const NodeSet& neighs, const std::string& name)
-    : index_(index), neighs_(neighs), name_(name) {}
+    : index_(index), neighs_(neighs) {
+  Set_name(name);
+}
 
-Vtx::Vtx(const Vtx& other)
-    : index_(other.index_),
-      neighs_(other.neighs_),
-      inc_neighs_(other.inc_neighs_),
-      name_(other.name_) {}
+Vtx::Vtx(const NodeIndex& index, NodeSet&& neighs) : index_(index), neighs_(std::move(neighs)) {}
+
+Vtx::Vtx(const Vtx& other) : index_(other.index_), neighs_(other.neighs_) {
+  if (other.extras_) extras_ = std::make_unique<Extras>(*other.extras_);
+}
+
+Vtx::Extras& Vtx::Own_extras() {
+  if (!extras_) extras_ = std::make_unique<Extras>();
+  return *extras_;
+}
+
+std::vector<NodeSet>& Vtx::Inc_sets() {
+  return Own_extras().inc_neighs;
+}
+
+void Vtx::Assign_inc_sets(const std::vector<NodeSet>& sets) {
+  if (sets.empty()) {
+    if (extras_) extras_->inc_neighs.clear();
+  } else if (!extras_ || &sets != &extras_->inc_neighs) {
+    Own_extras().inc_neighs = sets;
+  }
+}
 
 NodeIndex Vtx::Index() const {
   return index_;
@@ -36,13 +65,13 @@ const NodeSet& Vtx::Neighs_c() const {
   return neighs_;
 }
 std::vector<NodeSet> Vtx::Inc_neighs() const {
-  return inc_neighs_;
+  return Inc_neighs_c();
 }
 const std::vector<NodeSet>& Vtx::Inc_neighs_c() const {
-  return inc_neighs_;
+  return extras_ ? extras_->inc_neighs : No_sets();
 }
 std::string Vtx::Name() const {
-  return name_;
+  return extras_ ? extras_->name : "0";
 }
 
 void Vtx::Set_index(const NodeIndex& index) {
@@ -52,10 +81,10 @@ void Vtx::Set_neighs(const NodeSet& neighs) {
   neighs_ = neighs;
 }
 void Vtx::Set_inc_neighs(const std::vector<NodeSet>& inc_neighs) {
-  inc_neighs_ = inc_neighs;
+  Assign_inc_sets(inc_neighs);
 }
 void Vtx::Set_name(const std::string& name) {
-  name_ = name;
+  if (extras_ || name != "0") Own_extras().name = name;
 }
 
 void Vtx::Add_neigh(const NodeIndex& n) {
@@ -65,14 +94,15 @@ void Vtx::Add_neigh(const NodeIndex& n) {
 }
 
 void Vtx::Add_inc_neigh(const std::size_t& j, const NodeIndex& n) {
-  if (j > inc_neighs_.size()) throw Xerror_msg("ERROR: Vtx::Add_inc_neigh() : vec_ind too large");
+  const std::size_t sets = Inc_neighs_c().size();
+  if (j > sets) throw Xerror_msg("ERROR: Vtx::Add_inc_neigh() : vec_ind too large");
   if (neighs_.find(n) == neighs_.end()) {
     throw Xerror_msg("ERROR: Vtx::Add_inc_neigh() : new ind. neigh. is not a neigh.");
   }
-  if (j == inc_neighs_.size()) {
-    inc_neighs_.emplace_back().insert(n);
+  if (j == sets) {
+    Inc_sets().emplace_back().insert(n);
   } else {
-    inc_neighs_[j].insert(n);
+    Inc_sets()[j].insert(n);
   }
 }
 
@@ -83,14 +113,16 @@ void Vtx::Remove_neigh(const NodeIndex& n) {
   }
   neighs_.erase(it);
   // Emptied incremental sets stay: their positions are the clique numbers of the node.
-  for (NodeSet& set : inc_neighs_) set.erase(n);
+  if (extras_) {
+    for (NodeSet& set : extras_->inc_neighs) set.erase(n);
+  }
 }
 
 void Vtx::Remove_inc_neigh(const std::size_t& j, const NodeIndex& n) {
-  if (j >= inc_neighs_.size()) {
+  if (j >= Inc_neighs_c().size()) {
     throw Xerror_msg("ERROR: Vtx::Remove_inc_neigh() : vec_ind too large");
   }
-  if (inc_neighs_[j].erase(n) == 0) {
+  if (Inc_sets()[j].erase(n) == 0) {
     throw Xerror_msg(
         "ERROR: Vtx::Remove_inc_neigh() : attempt to remove a non-existing inc. neigh.");
   }
@@ -108,8 +140,7 @@ Vtx& Vtx::operator=(const Vtx& other) {
 void Vtx::Set_defaults() {
   index_ = 0;
   neighs_.clear();
-  inc_neighs_.clear();
-  name_ = "0";
+  extras_.reset();
 }
 
 void Vtx::Copy(const Vtx& other) {
@@ -118,8 +149,8 @@ void Vtx::Copy(const Vtx& other) {
   if (this == &other) return;
   index_ = other.index_;
   neighs_ = other.neighs_;
-  inc_neighs_ = other.inc_neighs_;
-  name_ = other.name_;
+  Assign_inc_sets(other.Inc_neighs_c());
+  Set_name(other.Name());
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -142,6 +173,12 @@ Vtxd::Vtxd(const NodeIndex& index, const NodeSet& oneighs, const NodeSet& ineigh
   Set_name(name);
 }
 
+Vtxd::Vtxd(const NodeIndex& index, NodeSet&& oneighs, NodeSet&& ineighs)
+    : Vtx(index), ineighs_(std::move(ineighs)), oneighs_(std::move(oneighs)) {
+  neighs_.Unite(oneighs_);
+  neighs_.Unite(ineighs_);
+}
+
 Vtxd::Vtxd(const Vtxd& other) : Vtx(other), ineighs_(other.ineighs_), oneighs_(other.oneighs_) {}
 
 Vtxd::Vtxd(const Vtx& other) : Vtx() {
@@ -156,7 +193,9 @@ void Vtxd::Remove_neigh(const NodeIndex& n) {
   neighs_.erase(it);
   ineighs_.erase(n);
   oneighs_.erase(n);
-  for (NodeSet& set : inc_neighs_) set.erase(n);
+  if (extras_) {
+    for (NodeSet& set : extras_->inc_neighs) set.erase(n);
+  }
 }
 
 bool Vtxd::operator<(const Vtx& other) const {
@@ -183,8 +222,8 @@ void Vtxd::Copy(const Vtx& other) {
   Set_oneighs(neighs);
   Set_ineighs(neighs);
   if (this != &other) {
-    inc_neighs_ = other.Inc_neighs_c();
-    name_ = other.Name();
+    Assign_inc_sets(other.Inc_neighs_c());
+    Set_name(other.Name());
   }
 }
 
@@ -203,12 +242,12 @@ const NodeSet& Vtxd::Ineighs_c() const {
 
 void Vtxd::Set_oneighs(const NodeSet& oneighs) {
   if (&oneighs != &oneighs_) oneighs_ = oneighs;
-  neighs_.insert(oneighs_.begin(), oneighs_.end());
+  neighs_.Unite(oneighs_);
 }
 
 void Vtxd::Set_ineighs(const NodeSet& ineighs) {
   if (&ineighs != &ineighs_) ineighs_ = ineighs;
-  neighs_.insert(ineighs_.begin(), ineighs_.end());
+  neighs_.Unite(ineighs_);
 }
 
 void Vtxd::Add_oneigh(const NodeIndex& n) {
@@ -254,8 +293,8 @@ void Vtxd::Copy(const Vtxd& other) {
   neighs_ = other.neighs_;
   oneighs_ = other.oneighs_;
   ineighs_ = other.ineighs_;
-  inc_neighs_ = other.inc_neighs_;
-  name_ = other.name_;
+  Assign_inc_sets(other.Inc_neighs_c());
+  Set_name(other.Name());
 }
 
 // ---------------------------------------------------------------------------------------------

@@ -3,9 +3,11 @@
 // node); Vtxd adds the in- and out-neighbour sets of a directed graph and keeps neighs equal to
 // their union. Every precondition failure throws Xerror_msg with the quoted text and leaves the
 // record unchanged. Read accessors ending in _c return references that stay valid until the
-// record changes; the others return copies.
+// record changes; the others return copies. A record of a thin graph costs no allocation: the
+// incremental sets and a name other than "0" take memory only once they are set.
 #pragma once
 
+#include <memory>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -20,7 +22,9 @@ class Vtx {
   explicit Vtx(const NodeIndex& index);
   Vtx(const NodeIndex& index, const NodeSet& neighs);
   Vtx(const NodeIndex& index, const NodeSet& neighs, const std::string& name);
+  Vtx(const NodeIndex& index, NodeSet&& neighs);
   Vtx(const Vtx& other);
+  Vtx(Vtx&& other) noexcept = default;
   virtual ~Vtx() = default;
 
   virtual NodeIndex Index() const;
@@ -42,14 +46,25 @@ class Vtx {
 
   virtual bool operator<(const Vtx& other) const;
   virtual Vtx& operator=(const Vtx& other);
+  Vtx& operator=(Vtx&& other) noexcept = default;
   virtual void Set_defaults();
   virtual void Copy(const Vtx& other);
 
  protected:
+  // The incremental sets, made on first use.
+  std::vector<NodeSet>& Inc_sets();
+  void Assign_inc_sets(const std::vector<NodeSet>& sets);
+
+  // What most records never get.
+  struct Extras {
+    std::vector<NodeSet> inc_neighs;
+    std::string name = "0";
+  };
+  Extras& Own_extras();
+
   NodeIndex index_ = 0;
   NodeSet neighs_;
-  std::vector<NodeSet> inc_neighs_;
-  std::string name_ = "0";
+  std::unique_ptr<Extras> extras_;  // null: no incremental set and the name "0"
 };
 
 class Vtxd : public Vtx {
@@ -59,7 +74,10 @@ class Vtxd : public Vtx {
   Vtxd(const NodeIndex& index, const NodeSet& oneighs, const NodeSet& ineighs);
   Vtxd(const NodeIndex& index, const NodeSet& oneighs, const NodeSet& ineighs,
        const std::string& name);
+  // neighs becomes the union of the two sets.
+  Vtxd(const NodeIndex& index, NodeSet&& oneighs, NodeSet&& ineighs);
   Vtxd(const Vtxd& other);
+  Vtxd(Vtxd&& other) noexcept = default;
   explicit Vtxd(const Vtx& other);
   ~Vtxd() override = default;
 
@@ -81,6 +99,7 @@ class Vtxd : public Vtx {
   virtual void Remove_ineigh(const NodeIndex& n);
   virtual bool operator<(const Vtxd& other) const;
   virtual Vtxd& operator=(const Vtxd& other);
+  Vtxd& operator=(Vtxd&& other) noexcept = default;
   virtual void Copy(const Vtxd& other);
 
  protected:

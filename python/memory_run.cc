@@ -9,6 +9,7 @@
 #include "cliques/overlap_matrix.h"
 #include "core/ordered_tasks.h"
 #include "core/xerror_msg.h"
+#include "graph/link_lines.h"
 #include "graph/node_index.h"
 #include "python/pair_cliques.h"
 #include "python/quiet_console.h"
@@ -21,7 +22,7 @@ namespace {
 LinkMap Link_map(const std::vector<std::string>& names, const std::vector<std::uint32_t>& links,
                  const StopRequest* stop) {
   if (links.size() % 2 != 0) throw Xerror_msg("ERROR: a link list needs two ends per link.");
-  LinkMap map;
+  LinkLines lines;
   for (std::size_t i = 0; i < links.size(); i += 2) {
     if (i % 8192 == 0) Check_stop(stop);
     if (links[i] >= names.size() || links[i + 1] >= names.size()) {
@@ -30,8 +31,10 @@ LinkMap Link_map(const std::vector<std::string>& names, const std::vector<std::u
                        std::to_string(names.size()) + ".");
     }
     if (links[i] == links[i + 1]) continue;
-    map.try_emplace({names[links[i]], names[links[i + 1]]}, 0.0);
+    lines.Add(names[links[i]], names[links[i + 1]], 0.0);
   }
+  LinkMap map;
+  lines.Move_to(map, false);
   return map;
 }
 

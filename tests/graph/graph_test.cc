@@ -81,9 +81,14 @@ std::string Reference(const std::string& content, const bool weighted, const Thr
 }
 
 TEST(LinkReader, FollowsTheReadingRulesOnRandomFiles) {
-  const std::vector<std::string> words = {"a", "b",   "c",     "#",        "#x",
-                                          "1", "0.5", "-2e-1", "3x",       "1e",
-                                          ".", "+4",  "2.5",   "\xc3\xa9", std::string("n\0", 2)};
+  std::vector<std::string> words = {"a",     "b",  "c",  "#", "#x", "1",   "0.5",
+                                    "-2e-1", "3x", "1e", ".", "+4", "2.5", "n"};
+  // Bytes beyond ASCII, a NUL, and names sharing their first eight bytes.
+  for (const std::string word :
+       {"\xc3\xa9", "\xc3\xb1", "n\xff", "name_0001", "name_00012", "name_0001\xff"}) {
+    words.push_back(word);
+  }
+  words.push_back(std::string("n\0", 2));
   const std::vector<std::string> blanks = {" ", "  ", "\t", "\v", "\f", "\r"};
   const std::vector<Thresholds> thresholds = {
       {}, {true, 0.5, false, 0}, {false, 0, true, 2.5}, {true, -1, true, 1}};
@@ -148,6 +153,41 @@ TEST(LinkReader, FilesThatCannotBeReadAreErrors) {
   EXPECT_STREQ(copy->what(), "ERROR: Wrong line found in 'f.txt' :\na line");
 }
 
+// Only a whole leading sequence of a compressed format refuses the file; a name that merely
+// begins like one is read as a link.
+TEST(LinkReader, RefusesCompressedFilesByTheirWholeLeadingBytes) {
+  Test_dir dir;
+  const std::pair<std::string, std::string> refused[] = {
+      {std::string("\x1f\x8b\x08\0", 4),
+       "a gzip file, not a link file: decompress it first, "
+       "for example with gunzip."},
+      {"BZh11AY&SY x",
+       "a bzip2 file, not a link file: decompress it first, for example with "
+       "bunzip2."},
+      {std::string("\xfd"
+                   "7zXZ\0\0",
+                   8),
+       "a xz file, not a link file: decompress it first, "
+       "for example with unxz."},
+      {"\x28\xb5\x2f\xfd$",
+       "a zstd file, not a link file: decompress it first, for example with "
+       "unzstd."},
+      {"PK\x03\x04\n\0",
+       "a zip file, not a link file: decompress it first, for example with "
+       "unzip."}};
+  for (const auto& [start, message] : refused) {
+    Write_file(dir / "f", start + "\na b\n");
+    LinkMap links{{{"p", "q"}, 4.0}};
+    EXPECT_EQ(What<Xep_compressed_file>([&] { Read_unw_links(dir / "f", links); }),
+              "ERROR: '" + dir / "f" + "' is " + message);
+    EXPECT_TRUE(links.empty());
+  }
+  const std::string near_misses = "BZh01AY&SY a\nBZh9 b\nPK c\n\x1f d\nPK\x03 e\n";
+  const std::string read = Read(near_misses, false);
+  EXPECT_EQ(read, Reference(near_misses, false));
+  EXPECT_EQ(std::count(read.begin(), read.end(), '\n'), 5) << read;
+}
+
 // The weight token must read exactly as extraction from the whole line does: same success, same
 // bits. Tokens drawn from number characters and a few others hit every corner of the syntax.
 TEST(LinkReader, WeightTokenMatchesStreamExtraction) {
@@ -183,9 +223,10 @@ TEST(LinkReader, WeightTokenMatchesStreamExtraction) {
 // undirected, a link and its reverse fold into one, smaller index first, weights added.
 void Reference(const LinkMap& links, const bool directed, IndexLinkMap& out, NameMap& names) {
   std::map<std::string, NodeIndex> index;
-  const auto number = [&](const std::string& name) {
-    const auto [at, inserted] = index.emplace(name, static_cast<NodeIndex>(index.size() + 1));
-    if (inserted) names[at->second] = name;
+  const auto number = [&](std::string_view name) {
+    const auto [at, inserted] =
+        index.emplace(std::string(name), static_cast<NodeIndex>(index.size() + 1));
+    if (inserted) names.emplace(at->second, name);
     return at->second;
   };
   for (const auto& [key, weight] : links) {

@@ -1,0 +1,81 @@
+// A random-access iterator over the entries of a container that builds each entry when it is
+// read (a pair of views, say) instead of storing it: `*it` returns the entry by value, `it->`
+// reads a member of it. The container gives its entries by position through Entry_at.
+#pragma once
+
+#include <compare>
+#include <cstddef>
+#include <iterator>
+
+namespace kcp {
+
+template <typename Owner, typename Value>
+class Position_iterator {
+ public:
+  struct Arrow {
+    Value value;
+    const Value* operator->() const noexcept { return &value; }
+  };
+
+  using iterator_category = std::random_access_iterator_tag;
+  using value_type = Value;
+  using difference_type = std::ptrdiff_t;
+  using reference = Value;
+  using pointer = Arrow;
+
+  Position_iterator() = default;
+  Position_iterator(const Owner* owner, const std::size_t& at) : owner_(owner), at_(at) {}
+
+  Value operator*() const { return owner_->Entry_at(at_); }
+  Arrow operator->() const { return Arrow{**this}; }
+  Value operator[](const difference_type& n) const { return *(*this + n); }
+  std::size_t Position() const noexcept { return at_; }
+
+  Position_iterator& operator++() {
+    ++at_;
+    return *this;
+  }
+  Position_iterator operator++(int) {
+    Position_iterator before = *this;
+    ++at_;
+    return before;
+  }
+  Position_iterator& operator--() {
+    --at_;
+    return *this;
+  }
+  Position_iterator operator--(int) {
+    Position_iterator before = *this;
+    --at_;
+    return before;
+  }
+  Position_iterator& operator+=(const difference_type& n) {
+    at_ = static_cast<std::size_t>(static_cast<difference_type>(at_) + n);
+    return *this;
+  }
+  Position_iterator& operator-=(const difference_type& n) { return *this += -n; }
+  friend Position_iterator operator+(Position_iterator it, const difference_type& n) {
+    return it += n;
+  }
+  friend Position_iterator operator+(const difference_type& n, Position_iterator it) {
+    return it += n;
+  }
+  friend Position_iterator operator-(Position_iterator it, const difference_type& n) {
+    return it -= n;
+  }
+  friend difference_type operator-(const Position_iterator& a, const Position_iterator& b) {
+    return static_cast<difference_type>(a.at_) - static_cast<difference_type>(b.at_);
+  }
+  friend bool operator==(const Position_iterator& a, const Position_iterator& b) {
+    return a.at_ == b.at_;
+  }
+  friend std::strong_ordering operator<=>(const Position_iterator& a, const Position_iterator& b) {
+    return a.at_ <=> b.at_;
+  }
+
+ private:
+  const Owner* owner_ = nullptr;
+  std::size_t at_ = 0;
+};
+
+}  // namespace kcp
