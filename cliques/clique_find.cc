@@ -44,7 +44,7 @@ KnownCliques Known_cliques_of(const NodeIndex& v, const CliqueList& cliques,
 }  // namespace Clique_find_sub_routines
 
 void Clique_find(CliqueList& cliques, OverlapMatrix& overlaps, VtxMap& vertices,
-                 const StopRequest* stop) {
+                 const StopRequest* stop, const unsigned& threads) {
   using namespace Clique_find_sub_routines;
 
   Print_line(" Sorting the nodes...");
@@ -55,8 +55,16 @@ void Clique_find(CliqueList& cliques, OverlapMatrix& overlaps, VtxMap& vertices,
   // The working graph of the search is the whole graph less the processed nodes: it is kept as
   // processed flags over the graph's adjacency arrays rather than as a shrinking copy of the map.
   const Adjacency graph(vertices);
-  NodeSearch search(graph);
   NodeCliqueMap node_cliques;
+  if (threads > 1) {
+    Exact_loop_in_ranges(order, graph, threads, " Locating cliques:", "cliques", cliques, overlaps,
+                         stop, [&](const NodeList& clique) {
+                           Iktatjuk_az_uj_math_cliquet(cliques, clique, vertices, overlaps,
+                                                       node_cliques, false);
+                         });
+    return;
+  }
+  NodeSearch search(graph);
   Exact_loop(
       order, " Locating cliques:", "cliques", cliques, overlaps, stop, [&](const NodeIndex& v) {
         for (const NodeList& clique : Node_cliques_in_order(v, search, cliques, node_cliques)) {

@@ -21,9 +21,11 @@
 namespace kcp {
 
 // Clears cliques and overlaps.rows (min_shared is kept), then searches and prints its progress.
-// Throws Xstopped before a node once stop is requested.
+// Throws Xstopped before a node once stop is requested. With several threads the node order is
+// searched in ranges side by side (ranged_search.h); the cliques, their order and the progress
+// lines are those of one thread.
 void Clique_find(CliqueList& cliques, OverlapMatrix& overlaps, VtxMap& vertices,
-                 const StopRequest* stop = nullptr);
+                 const StopRequest* stop = nullptr, const unsigned& threads = 1);
 
 namespace Clique_find_sub_routines {
 

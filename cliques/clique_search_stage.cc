@@ -48,12 +48,12 @@ namespace {
 void Search(const bool& time_limited, const bool& directed, CliqueList& cliques,
             OverlapMatrix& overlaps, VtxdMap& directed_vertices, VtxMap& vertices,
             std::uint32_t& n_exact, const double& max_time, const SearchClock& search_clock,
-            const StopRequest* stop) {
+            const StopRequest* stop, const unsigned& threads) {
   if (!time_limited) {
     if (directed) {
       Clique_find_dir(cliques, overlaps, directed_vertices, stop);
     } else {
-      Clique_find(cliques, overlaps, vertices, stop);
+      Clique_find(cliques, overlaps, vertices, stop, threads);
     }
     n_exact = static_cast<std::uint32_t>(cliques.size());
     return;
@@ -76,9 +76,9 @@ void Search(const bool& time_limited, const bool& directed, CliqueList& cliques,
 void Find_cliques(const bool& time_limited, const bool& directed, CliqueList& cliques,
                   OverlapMatrix& overlaps, VtxdMap& directed_vertices, VtxMap& vertices,
                   std::uint32_t& n_exact, const double& max_time, const SearchClock& search_clock,
-                  const StopRequest* stop) {
+                  const StopRequest* stop, const unsigned& threads) {
   Search(time_limited, directed, cliques, overlaps, directed_vertices, vertices, n_exact, max_time,
-         search_clock, stop);
+         search_clock, stop, threads);
   // From here on only percolation reads a stored matrix, at one k at a time.
   if (!overlaps.On_demand()) Order_rows_by_share(overlaps);
 }

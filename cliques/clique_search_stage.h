@@ -22,11 +22,14 @@ namespace kcp {
 OverlapMatrix Run_overlap_matrix(const std::uint32_t& min_shared);
 
 // max_time is read only when time_limited. search_clock stands in for the real clocks in tests.
-// A caller that may want the search ended early passes stop (see core/stop_request.h).
+// A caller that may want the search ended early passes stop (see core/stop_request.h). The exact
+// undirected search runs on up to `threads` threads, the others on one: a time limit is processor
+// time per node, which every thread of the process would count, and a directed node's search
+// reads the cliques registered before it.
 void Find_cliques(const bool& time_limited, const bool& directed, CliqueList& cliques,
                   OverlapMatrix& overlaps, VtxdMap& directed_vertices, VtxMap& vertices,
                   std::uint32_t& n_exact, const double& max_time,
                   const SearchClock& search_clock = SearchClock(),
-                  const StopRequest* stop = nullptr);
+                  const StopRequest* stop = nullptr, const unsigned& threads = 1);
 
 }  // namespace kcp

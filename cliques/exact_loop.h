@@ -8,6 +8,7 @@
 #include <sstream>
 #include <string>
 
+#include "cliques/ranged_search.h"
 #include "cliques/search_report.h"
 #include "core/stop_request.h"
 #include "core/types.h"
@@ -36,6 +37,34 @@ void Exact_loop(const NodeOrder& order, const std::string& header, const std::st
     search_node(v);
     --remaining;
   }
+  std::ostringstream closing;
+  Report_clique_search_end(items, cliques.size(), closing);
+  Print_text(closing.str());
+}
+
+// Exact_loop of an undirected search on several threads (Search_in_ranges): the same progress
+// lines and closing count, every clique handed to register_clique in the order of one thread.
+template <typename Register_clique>
+void Exact_loop_in_ranges(const NodeOrder& order, const Adjacency& graph, const unsigned& threads,
+                          const std::string& header, const std::string& items, CliqueList& cliques,
+                          OverlapMatrix& overlaps, const StopRequest* stop,
+                          Register_clique&& register_clique) {
+  using namespace Clique_find_report_sub_routines;
+  cliques.clear();
+  overlaps.rows.clear();
+  const auto total = static_cast<std::uint32_t>(order.size());
+  Search_in_ranges(
+      order, graph, threads, stop,
+      [&](const std::size_t& position, std::string& text) {
+        std::ostringstream block;
+        Report_progress(header, "nodes", total - static_cast<std::uint32_t>(position), total,
+                        block);
+        text.append(block.view());
+      },
+      [&](const std::size_t&, std::string_view noted, std::span<const NodeList> found) {
+        Print_text(noted);
+        for (const NodeList& clique : found) register_clique(clique);
+      });
   std::ostringstream closing;
   Report_clique_search_end(items, cliques.size(), closing);
   Print_text(closing.str());

@@ -1,7 +1,5 @@
 #include "core/output_journal.h"
 
-#include <utility>
-
 namespace kcp {
 
 namespace {
@@ -21,8 +19,8 @@ void OutputJournal::Directory(const std::string& path) {
   entries_.push_back(Entry{Kind::kDirectory, path, std::string()});
 }
 
-void OutputJournal::File(const std::string& path, std::string content) {
-  entries_.push_back(Entry{Kind::kFile, path, std::move(content)});
+void OutputJournal::File(const std::string& path) {
+  entries_.push_back(Entry{Kind::kFile, path, std::string()});
 }
 
 OutputJournal* OutputJournal::Current() {

@@ -1,8 +1,9 @@
-// What work on another thread prints and writes, kept in order so that the run's own thread can
-// print and write it in its turn: console text, directories to prepare with "keep", whole files.
-// While a JournalScope lives on a thread, the console (text/console.h), Dir_prepare with "keep"
-// and Result_file (fsutil/) record into its journal instead of acting, so that printing and
-// writing, and the errors they meet (a full disk), happen in the order of a run on one thread.
+// What a task on another thread prints, kept so that the run's own thread prints it in its turn,
+// and what it writes, noted so that it can be taken back. While a JournalScope lives on a thread,
+// the console (text/console.h) records its text into the scope's journal instead of printing it;
+// Dir_prepare and Result_file (fsutil/) act at once and note the directories they make and the
+// files they open, so that a task whose output must be done again in the order of a run on one
+// thread (after an error: a full disk, a file-size limit) can remove them first.
 #pragma once
 
 #include <string>
@@ -16,16 +17,15 @@ class OutputJournal {
   enum class Kind { kText, kDirectory, kFile };
   struct Entry {
     Kind kind;
-    std::string path;  // of a directory or a file
-    std::string text;  // printed, or the whole content of a file
+    std::string path;  // of a directory made or a file opened
+    std::string text;  // printed
   };
 
   // Console text, joined to the text recorded just before.
   void Text(std::string_view text);
   void Directory(const std::string& path);
-  void File(const std::string& path, std::string content);
+  void File(const std::string& path);
   const std::vector<Entry>& Entries() const { return entries_; }
-  void Clear() { entries_.clear(); }
 
   // The journal of the current thread's JournalScope; null outside one.
   static OutputJournal* Current();

@@ -4,7 +4,6 @@
 #include <exception>
 #include <iostream>
 #include <limits>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -16,10 +15,8 @@
 #include "cliques/clique_search_stage.h"
 #include "cliques/overlap_matrix.h"
 #include "communities/community_stage.h"
-#include "core/ordered_tasks.h"
-#include "core/output_journal.h"
 #include "core/types.h"
-#include "driver/journal_replay.h"
+#include "driver/k_stages.h"
 #include "graph/graph_output.h"
 #include "graph/node_index.h"
 #include "graph/vertex_map.h"
@@ -97,7 +94,7 @@ void Run_stages(int argc, char** argv, const unsigned& threads, RunStage& stage)
   n_exact = 0;
   stage = {"searching the cliques", true};
   Find_cliques(time_flag, directed, cliques, overlaps, directed_vertices, vertices, n_exact,
-               max_time);
+               max_time, SearchClock(), nullptr, threads);
   // Nothing after the search reads the graph: its memory goes to the community stages.
   vertices.clear();
   directed_vertices.clear();
@@ -115,37 +112,17 @@ void Run_stages(int argc, char** argv, const unsigned& threads, RunStage& stage)
   } else {
     for (std::uint32_t k = largest; k > 2; --k) ks.push_back(k);
   }
-  // Each k is a task. On several threads, a k's lines and files are kept in a journal while it
-  // works and printed and written in the order of a run on one thread, where its error, if any,
-  // is met; the k after a failed one leave nothing.
-  const bool kept = threads > 1 && ks.size() > 1;
-  std::vector<OutputJournal> journals(kept ? ks.size() : 0);
-  std::vector<std::exception_ptr> failed(ks.size());
-  const OrderedTasks tasks{
+  Run_k_stages(
+      ks.size(), threads,
       [&](const std::size_t& i) {
         // A k above every clique finds nothing: memory running out there is not the network's
         // doing.
-        if (!kept)
-          stage = {"extracting the communities at k=" + std::to_string(ks[i]), ks[i] <= largest};
-        std::optional<JournalScope> scope;
-        if (kept) scope.emplace(journals[i]);
-        try {
-          Find_coms(ks[i], cliques, overlaps, n_exact, com_flag, alap_szoveg, out_dir, names,
-                    vertex_count, intensity_flag, intensity, index_links, largest, tables);
-        } catch (...) {
-          failed[i] = std::current_exception();
-        }
+        stage = {"extracting the communities at k=" + std::to_string(ks[i]), ks[i] <= largest};
       },
       [&](const std::size_t& i) {
-        stage = {"extracting the communities at k=" + std::to_string(ks[i]), ks[i] <= largest};
-        if (kept) {
-          Replay_journal(journals[i]);
-          journals[i] = OutputJournal();
-        }
-        if (failed[i]) std::rethrow_exception(failed[i]);
-      },
-      [&](const std::size_t&) {}};
-  Run_in_order(ks.size(), threads, threads, tasks);
+        Find_coms(ks[i], cliques, overlaps, n_exact, com_flag, alap_szoveg, out_dir, names,
+                  vertex_count, intensity_flag, intensity, index_links, largest, tables);
+      });
   Print_banner();
 }
 

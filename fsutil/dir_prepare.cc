@@ -12,14 +12,11 @@ void Dir_prepare(const std::string& path, const std::string& policy) {
   if (policy != "keep" && policy != "clear" && policy != "interactive") {
     throw Xerror_msg("ERROR: Dir_prepare() called with unknown flag '" + policy + "'");
   }
-  if (OutputJournal* const journal = OutputJournal::Current(); journal && policy == "keep") {
-    journal->Directory(path);
-    return;
-  }
   std::string type;
   bool empty = true;
   std::string message;
   if (!Is_there_such_path(path, type, empty, message)) {
+    if (OutputJournal* const journal = OutputJournal::Current()) journal->Directory(path);
     Make_dir(path);
     return;
   }

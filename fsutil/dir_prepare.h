@@ -3,7 +3,7 @@
 // moved aside to the first free numbered name), "clear" (the old tree or file is removed) or
 // "interactive" (the user is asked on standard input). Every failure throws Xerror_msg whose
 // text names the operation and ends with the Dir_error sentence; an unknown policy word throws.
-// Under a JournalScope (core/output_journal.h) "keep" is recorded, to be done in turn.
+// Under a JournalScope (core/output_journal.h) a directory made is noted in its journal.
 #pragma once
 
 #include <string>

@@ -40,22 +40,17 @@ void Errno_filebuf::Note_error() {
 }
 
 Result_file::Result_file(const std::string& directory, const std::string& name)
-    : path_(directory + "/" + name), journal_(OutputJournal::Current()) {
+    : path_(directory + "/" + name) {
   Dir_prepare(directory, "keep");
   Open();
 }
 
-Result_file::Result_file(const std::string& path)
-    : path_(path), journal_(OutputJournal::Current()) {
+Result_file::Result_file(const std::string& path) : path_(path) {
   Open();
 }
 
 void Result_file::Open() {
-  if (journal_ != nullptr) {
-    out_.rdbuf(&memory_);
-    opened_ = true;
-    return;
-  }
+  if (OutputJournal* const journal = OutputJournal::Current()) journal->File(path_);
   buffer_ = std::make_unique<char[]>(kBufferSize);
   file_.pubsetbuf(buffer_.get(), kBufferSize);
   opened_ = file_.open(path_, std::ios::out | std::ios::trunc | std::ios::binary) != nullptr;
@@ -73,10 +68,6 @@ void Result_file::Close() {
   closed_ = true;
   if (!opened_) return;
   Hand_over();
-  if (journal_ != nullptr) {
-    journal_->File(path_, std::move(memory_).str());
-    return;
-  }
   out_.flush();
   errno = 0;
   const bool closed = file_.close() != nullptr;
@@ -90,15 +81,7 @@ void Result_file::Close() {
 Result_file::~Result_file() {
   // Close() reports write errors; a destructor must not throw, so an unclosed file (the stack
   // is already unwinding from another error) is closed quietly.
-  if (!closed_ && opened_) {
-    try {
-      Hand_over();
-      if (journal_ != nullptr) journal_->File(path_, std::move(memory_).str());
-    } catch (...) {
-      // Out of memory while unwinding: the file, cut anyway, is left out.
-    }
-    if (journal_ == nullptr) file_.close();
-  }
+  if (!closed_ && opened_) file_.close();
 }
 
 }  // namespace kcp

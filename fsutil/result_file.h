@@ -4,13 +4,12 @@
 // (a run goes on without it); a file that was opened but could not be written completely (a full
 // disk, a file-size limit) throws Xerror_msg naming the file and the reason the first failed write
 // gave, so no result is ever lost without a word. Under a JournalScope (core/output_journal.h)
-// the file is written into memory and recorded, whole, when it is closed.
+// the file's path is noted before it is opened.
 #pragma once
 
 #include <charconv>
 #include <fstream>
 #include <memory>
-#include <sstream>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -87,8 +86,6 @@ class Result_file {
   std::unique_ptr<char[]> buffer_;
   Errno_filebuf file_;
   std::ostream out_{&file_};
-  OutputJournal* journal_;
-  std::stringbuf memory_;  // the file under a journal
   bool opened_ = false;
   bool closed_ = false;
 };

@@ -8,6 +8,7 @@
 #include <pybind11/pybind11.h>
 #include <pybind11/stl.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <exception>
 #include <memory>
@@ -131,13 +132,16 @@ PYBIND11_MODULE(_core, m) {
   py::class_<MemoryRun, RunHolder>(m, "Run")
       .def(py::init([](const std::vector<std::string>& names,
                        const std::vector<std::uint32_t>& links, bool directed,
-                       std::optional<double> time_limit) {
+                       std::optional<double> time_limit, unsigned threads) {
              return Interruptible([&](const StopRequest& stop) {
-               return RunHolder(new MemoryRun(names, links, directed, time_limit, &stop));
+               return RunHolder(
+                   new MemoryRun(names, links, directed, time_limit, &stop, std::max(threads, 1u)));
              });
            }),
            py::arg("names"), py::arg("links"), py::arg("directed"), py::arg("time_limit"),
-           "Searches the cliques of the links (pairs of positions into names).")
+           py::arg("threads") = 1,
+           "Searches the cliques of the links (pairs of positions into names), on up to "
+           "`threads` threads.")
       .def_property_readonly("n_exact", &MemoryRun::N_exact)
       .def_property_readonly(
           "largest", [](const MemoryRun& run) { return Max_clique_size_in_cl_vec(run.Cliques()); })

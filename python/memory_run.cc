@@ -57,7 +57,8 @@ std::vector<std::uint32_t> Positions_of(const std::vector<std::string>& names,
 }  // namespace
 
 MemoryRun::MemoryRun(const std::vector<std::string>& names, const std::vector<std::uint32_t>& links,
-                     bool directed, std::optional<double> time_limit, const StopRequest* stop)
+                     bool directed, std::optional<double> time_limit, const StopRequest* stop,
+                     const unsigned& threads)
     : directed_(directed) {
   const QuietConsole quiet;
   NameMap indexed;
@@ -80,7 +81,7 @@ MemoryRun::MemoryRun(const std::vector<std::string>& names, const std::vector<st
   // As a run over every k: pairs sharing one node matter to no k from 3 on.
   overlaps_ = Run_overlap_matrix(2);
   Find_cliques(time_limit.has_value(), directed, cliques_, overlaps_, directed_vertices, vertices_,
-               n_exact_, time_limit.value_or(0.0), SearchClock(), stop);
+               n_exact_, time_limit.value_or(0.0), SearchClock(), stop, threads);
 }
 
 KCommunities MemoryRun::Communities(std::uint32_t k, const StopRequest* stop) const {

@@ -32,9 +32,11 @@ class MemoryRun {
   // link every two entries. Self-links are dropped, as the link reader drops them. With a time
   // limit the search is the program's -t search. Throws Xerror_msg for a repeated name, an odd
   // link list or a position past names; the errors of the search pass through, Xstopped among
-  // them once stop is requested.
+  // them once stop is requested. The exact undirected search runs on up to `threads` threads,
+  // with the cliques of one.
   MemoryRun(const std::vector<std::string>& names, const std::vector<std::uint32_t>& links,
-            bool directed, std::optional<double> time_limit, const StopRequest* stop = nullptr);
+            bool directed, std::optional<double> time_limit, const StopRequest* stop = nullptr,
+            const unsigned& threads = 1);
 
   // Exact cliques first (N_exact of them), then the approximate ones.
   const CliqueList& Cliques() const { return cliques_; }

@@ -128,7 +128,7 @@ def communities(G, ks=None, time_limit=None, directed=False, threads=None):
     if not directed and links.directed:
         raise directed_graph_error("not implemented for directed graphs unless directed=True, "
                                    "which runs the directed search")
-    run = _core.Run(links.names, links.ends, bool(directed), time_limit)
+    run = _core.Run(links.names, links.ends, bool(directed), time_limit, threads)
     if ks is None:
         ks = range(3, run.largest + 1)
     by_k = {}
@@ -175,7 +175,7 @@ def undirected(links):
 
 def graph_communities(links, k):
     """The k-clique communities of undirected links as lists of nodes."""
-    run = _core.Run(links.names, links.ends, False, None)
+    run = _core.Run(links.names, links.ends, False, None, _core.usable_processors)
     if k == 2:
         return run.pair_communities(links.nodes)
     return run.communities(k, links.nodes)[0] if k <= run.largest else []
@@ -208,7 +208,7 @@ def given_clique_communities(cliques, k):
 def maximal_cliques(links, min_size):
     """The maximal cliques of undirected links of at least min_size nodes, as lists: those of
     three or more in the program's order, then those of two, then the nodes in no link."""
-    run = _core.Run(links.names, links.ends, False, None)
+    run = _core.Run(links.names, links.ends, False, None, _core.usable_processors)
     with _collector_paused():
         found = run.clique_lists(links.nodes, min_size)
         if min_size <= 2:

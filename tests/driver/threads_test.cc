@@ -11,6 +11,7 @@
 
 #include "driver/driver.h"
 #include "tests/e2e/varnel_process.h"
+#include "tests/support/small_disk.h"
 #include "tests/support/test_dir.h"
 
 namespace kcp {
@@ -42,7 +43,7 @@ std::string Run_with_threads(const std::string& workdir, std::vector<std::string
 }
 
 // The same network and switches on one, three and eight threads: every console line and every
-// byte of every file the same. (An error at some k on several threads: e2e's full disk.)
+// byte of every file the same.
 TEST(Threads, RunsOnOneThreeAndEightThreadsAgreeByteForByte) {
   const std::string data = VARNEL_TEST_DATA;
   const std::vector<std::vector<std::string>> cases = {
@@ -73,6 +74,32 @@ TEST(Threads, RunsOnOneThreeAndEightThreadsAgreeByteForByte) {
         EXPECT_EQ(tree, expected_tree);
       }
     }
+  }
+}
+
+// A disk that fills up while several k are written side by side: the run stops at the write where
+// a run on one thread stops, with its message, and leaves the same files.
+TEST(Threads, FullDiskStopsWhereOneThreadStops) {
+  testing::Test_dir dir;
+  const std::string links = testing::Dense_clique_links();
+  std::string expected_out;
+  std::map<std::string, std::string> expected_tree;
+  for (const unsigned threads : {1u, 3u, 8u}) {
+    SCOPED_TRACE("threads " + std::to_string(threads));
+    const std::string where = dir / "disk";  // the same path, which the files name, for each
+    const testing::Small_disk disk(where, 160, false);
+    if (!disk.Error().empty()) GTEST_SKIP() << disk.Error();
+    testing::Write_file(where + "/net.links", links);
+    const std::string out = Run_with_threads(where, {"-i", "net.links"}, threads);
+    const auto tree = testing::Tree(where + "/net.links_files");
+    if (threads == 1) {
+      ASSERT_NE(out.find("\nERROR: could not write the whole of"), std::string::npos) << out;
+      expected_out = out;
+      expected_tree = tree;
+      continue;
+    }
+    EXPECT_EQ(out, expected_out);
+    EXPECT_EQ(tree, expected_tree);
   }
 }
 

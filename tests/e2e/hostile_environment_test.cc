@@ -3,7 +3,6 @@
 // message and leave everything outside its results directory as it was. The disk and the read-only
 // location are small tmpfs mounts, which need root; elsewhere the full-disk test is skipped with
 // the reason and a permission test stands in for the read-only one.
-#include <sys/mount.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
@@ -11,39 +10,17 @@
 #include <cstring>
 #include <filesystem>
 #include <memory>
-#include <random>
 #include <string>
 
 #include "gtest/gtest.h"
 #include "tests/e2e/varnel_process.h"
+#include "tests/support/small_disk.h"
 #include "tests/support/test_dir.h"
 
 namespace kcp::testing {
 namespace {
 
 namespace fs = std::filesystem;
-
-// A tmpfs of `kib` KiB at `path`, unmounted again when the object goes; Error() says why there
-// is none.
-class Small_disk {
- public:
-  Small_disk(const std::string& path, const int kib, const bool read_only) : path_(path) {
-    fs::create_directory(path);
-    const std::string options = "size=" + std::to_string(kib) + "k";
-    if (geteuid() != 0) {
-      error_ = "mounting a small tmpfs needs root";
-    } else if (mount("tmpfs", path.c_str(), "tmpfs", read_only ? MS_RDONLY : 0, options.c_str())) {
-      error_ = std::string("cannot mount a tmpfs here: ") + std::strerror(errno);
-    }
-  }
-  ~Small_disk() {
-    if (error_.empty()) umount2(path_.c_str(), MNT_DETACH);
-  }
-  const std::string& Error() const { return error_; }
-
- private:
-  std::string path_, error_;
-};
 
 // A network dense in cliques: its results take some hundreds of kilobytes, and the run on a
 // disk of 96 KiB stops at the first write that fails. What it wrote before is whole, what it
