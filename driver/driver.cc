@@ -12,13 +12,12 @@
 #include "cli/run_params.h"
 #include "cli/usage.h"
 #include "cliques/clique_output.h"
-#include "cliques/clique_search_stage.h"
 #include "cliques/overlap_matrix.h"
 #include "communities/community_stage.h"
 #include "core/types.h"
 #include "driver/k_stages.h"
+#include "driver/network_stages.h"
 #include "graph/graph_output.h"
-#include "graph/node_index.h"
 #include "graph/vertex_map.h"
 #include "text/console.h"
 
@@ -33,7 +32,8 @@ std::uint32_t Min_shared_for_run(bool fixed_k_flag, std::uint32_t fixed_k) {
 
 namespace {
 
-void Run_stages(int argc, char** argv, const unsigned& threads, RunStage& stage) {
+// The switches and links of the command line, as Process_input reads them.
+struct RunInput {
   std::string out_dir;
   LinkMap links;
   bool time_flag = false;
@@ -46,69 +46,67 @@ void Run_stages(int argc, char** argv, const unsigned& threads, RunStage& stage)
   std::uint32_t fixed_k = 0;
   std::string com_flag;
   std::string alap_szoveg;
-  IndexLinkMap index_links;
-  NameMap names;
-  VtxMap vertices;
-  VtxdMap directed_vertices;
-  std::uint32_t vertex_count = 0;
-  CliqueList cliques;
-  OverlapMatrix overlaps;
-  std::uint32_t n_exact = 0;
+};
 
+// Reads the switches and the links, claims the results directory and writes the run's record
+// and the graph file.
+void Read_input(int argc, char** argv, RunInput& in, RunStage& stage) {
   Print_line(" Reading input ...");
   stage = {"reading the switches and the links", true};
-  Process_input(argc, argv, out_dir, links, max_time, time_flag, directed, intensity_flag,
-                intensity, fixed_k_flag, fixed_k, weighted, com_flag, alap_szoveg);
-  Extend_alap_szoveg(alap_szoveg, intensity_flag, intensity, directed, time_flag, max_time,
-                     fixed_k_flag, fixed_k);
+  Process_input(argc, argv, in.out_dir, in.links, in.max_time, in.time_flag, in.directed,
+                in.intensity_flag, in.intensity, in.fixed_k_flag, in.fixed_k, in.weighted,
+                in.com_flag, in.alap_szoveg);
+  Extend_alap_szoveg(in.alap_szoveg, in.intensity_flag, in.intensity, in.directed, in.time_flag,
+                     in.max_time, in.fixed_k_flag, in.fixed_k);
   stage = {"preparing the results directory", false};
-  Check_out_dir(out_dir);
-  Kiir_params(out_dir, alap_szoveg);
+  Check_out_dir(in.out_dir);
+  Kiir_params(in.out_dir, in.alap_szoveg);
   stage = {"writing the graph file", true};
-  Kiir_graph(links, out_dir, directed, alap_szoveg, weighted);
+  Kiir_graph(in.links, in.out_dir, in.directed, in.alap_szoveg, in.weighted);
   Print_underscores(15);
   Print_line(" Links read OK.");
+}
 
-  Print_underscores(20);
-  Print_line(" Converting links...");
-  stage = {"converting the links", true};
-  Convert_s_links(index_links, names, links, directed);
-  links.clear();
-  Print_line(" Links converted OK, total number of " + std::to_string(index_links.size()) +
-             " will be");
-  Print_line(" taken into account in the community finding.");
+// The console lines around the stages from the links to the cliques.
+NetworkHooks Console_hooks(RunStage& stage) {
+  NetworkHooks hooks;
+  hooks.before = [&stage](const NetworkStage& next) {
+    switch (next) {
+      case NetworkStage::kConvert:
+        Print_underscores(20);
+        Print_line(" Converting links...");
+        stage = {"converting the links", true};
+        break;
+      case NetworkStage::kGraph:
+        Print_underscores(34);
+        Print_line(" Preparing graph from the links...");
+        stage = {"preparing the graph from the links", true};
+        break;
+      case NetworkStage::kSearch:
+        stage = {"searching the cliques", true};
+        break;
+    }
+  };
+  hooks.after = [](const NetworkStage& done, const Network& network) {
+    if (done == NetworkStage::kConvert) {
+      Print_line(" Links converted OK, total number of " +
+                 std::to_string(network.index_links.size()) + " will be");
+      Print_line(" taken into account in the community finding.");
+    } else if (done == NetworkStage::kGraph) {
+      Print_line(" Graph created from the links OK.");
+    }
+  };
+  return hooks;
+}
 
-  Print_underscores(34);
-  Print_line(" Preparing graph from the links...");
-  stage = {"preparing the graph from the links", true};
-  if (directed) {
-    Dir_vtx_map_from_link_map(directed_vertices, index_links);
-    vertex_count = static_cast<std::uint32_t>(directed_vertices.size());
-  } else {
-    Vtx_map_from_link_map(vertices, index_links);
-    vertex_count = static_cast<std::uint32_t>(vertices.size());
-  }
-  Print_line(" Graph created from the links OK.");
-
-  overlaps = Run_overlap_matrix(Min_shared_for_run(fixed_k_flag, fixed_k));
-  n_exact = 0;
-  stage = {"searching the cliques", true};
-  Find_cliques(time_flag, directed, cliques, overlaps, directed_vertices, vertices, n_exact,
-               max_time, SearchClock(), nullptr, threads);
-  // Nothing after the search reads the graph: its memory goes to the community stages.
-  vertices.clear();
-  directed_vertices.clear();
-  Print_underscores(27);
-  Print_line(" Writing cliques to disk...");
-  stage = {"writing the cliques", true};
-  Kiir_cliques_VN(out_dir, cliques, names, n_exact, com_flag, alap_szoveg);
-  Print_line(" done.");
-
-  const std::uint32_t largest = Max_clique_size_in_cl_vec(cliques);
-  const OutputTables tables(names, index_links);
+// The communities of every k of the run, largest first, or of the one k asked for.
+void Run_communities(const RunInput& in, Network& network, const unsigned& threads,
+                     RunStage& stage) {
+  const std::uint32_t largest = Max_clique_size_in_cl_vec(network.cliques);
+  const OutputTables tables(network.names, network.index_links);
   std::vector<std::uint32_t> ks;
-  if (fixed_k_flag) {
-    ks.push_back(fixed_k);
+  if (in.fixed_k_flag) {
+    ks.push_back(in.fixed_k);
   } else {
     for (std::uint32_t k = largest; k > 2; --k) ks.push_back(k);
   }
@@ -120,9 +118,36 @@ void Run_stages(int argc, char** argv, const unsigned& threads, RunStage& stage)
         stage = {"extracting the communities at k=" + std::to_string(ks[i]), ks[i] <= largest};
       },
       [&](const std::size_t& i) {
-        Find_coms(ks[i], cliques, overlaps, n_exact, com_flag, alap_szoveg, out_dir, names,
-                  vertex_count, intensity_flag, intensity, index_links, largest, tables);
+        Find_coms(ks[i], network.cliques, network.overlaps, network.n_exact, in.com_flag,
+                  in.alap_szoveg, in.out_dir, network.names, network.vertex_count,
+                  in.intensity_flag, in.intensity, network.index_links, largest, tables);
       });
+}
+
+void Run_stages(int argc, char** argv, const unsigned& threads, RunStage& stage) {
+  RunInput in;
+  Read_input(argc, argv, in, stage);
+
+  Network network;
+  NetworkSettings settings;
+  settings.directed = in.directed;
+  settings.time_limited = in.time_flag;
+  settings.max_time = in.max_time;
+  settings.min_shared = Min_shared_for_run(in.fixed_k_flag, in.fixed_k);
+  settings.threads = threads;
+  Run_network_stages(in.links, settings, Console_hooks(stage), network);
+  // Nothing after the search reads the graph: its memory goes to the community stages.
+  network.vertices.clear();
+  network.directed_vertices.clear();
+
+  Print_underscores(27);
+  Print_line(" Writing cliques to disk...");
+  stage = {"writing the cliques", true};
+  Kiir_cliques_VN(in.out_dir, network.cliques, network.names, network.n_exact, in.com_flag,
+                  in.alap_szoveg);
+  Print_line(" done.");
+
+  Run_communities(in, network, threads, stage);
   Print_banner();
 }
 

@@ -10,7 +10,8 @@
 
 namespace kcp {
 
-// threads: the threads the community stages of different k share (one: all on the caller's).
+// threads: the threads the clique search and the community stages share (one: all on the
+// caller's).
 int Run(int argc, char** argv, const unsigned& threads);
 
 // What the run is doing, for the message when memory runs out: `network` marks the stages whose

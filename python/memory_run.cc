@@ -1,14 +1,12 @@
 #include "python/memory_run.h"
 
 #include <algorithm>
-#include <exception>
 #include <unordered_map>
 #include <utility>
 
-#include "cliques/clique_search_stage.h"
-#include "cliques/overlap_matrix.h"
-#include "core/ordered_tasks.h"
 #include "core/xerror_msg.h"
+#include "driver/k_stages.h"
+#include "driver/network_stages.h"
 #include "graph/link_lines.h"
 #include "graph/node_index.h"
 #include "python/pair_cliques.h"
@@ -61,35 +59,30 @@ MemoryRun::MemoryRun(const std::vector<std::string>& names, const std::vector<st
                      const unsigned& threads)
     : directed_(directed) {
   const QuietConsole quiet;
-  NameMap indexed;
-  {
-    const LinkMap link_map = Link_map(names, links, stop);
-    Check_stop(stop);
-    Convert_s_links(index_links_, indexed, link_map, directed);
-  }
-  Check_stop(stop);
-  positions_ = Positions_of(names, indexed);
-  Check_stop(stop);
-
-  VtxdMap directed_vertices;
-  if (directed) {
-    Dir_vtx_map_from_link_map(directed_vertices, index_links_);
-  } else {
-    Vtx_map_from_link_map(vertices_, index_links_);
-  }
-  Check_stop(stop);
+  LinkMap link_map = Link_map(names, links, stop);
+  NetworkSettings settings;
+  settings.directed = directed;
+  settings.time_limited = time_limit.has_value();
+  settings.max_time = time_limit.value_or(0.0);
   // As a run over every k: pairs sharing one node matter to no k from 3 on.
-  overlaps_ = Run_overlap_matrix(2);
-  Find_cliques(time_limit.has_value(), directed, cliques_, overlaps_, directed_vertices, vertices_,
-               n_exact_, time_limit.value_or(0.0), SearchClock(), stop, threads);
+  settings.min_shared = 2;
+  settings.threads = threads;
+  settings.stop = stop;
+  NetworkHooks hooks;
+  hooks.before = [&](const NetworkStage&) { Check_stop(stop); };
+  hooks.after = [&](const NetworkStage& done, const Network& network) {
+    if (done == NetworkStage::kConvert) positions_ = Positions_of(names, network.names);
+  };
+  Run_network_stages(link_map, settings, hooks, network_);
+  network_.directed_vertices.clear();
 }
 
 KCommunities MemoryRun::Communities(std::uint32_t k, const StopRequest* stop) const {
   if (k < 3) throw Xerror_msg("ERROR: a run extracts communities at k = 3 and above only.");
   KCommunities found;
   CommunityLinkLists links;
-  Coms_from_appr_ovlp_matr(found.communities, links, found.cliques, cliques_, overlaps_, k,
-                           n_exact_, found.n_exact, stop);
+  Coms_from_appr_ovlp_matr(found.communities, links, found.cliques, network_.cliques,
+                           network_.overlaps, k, network_.n_exact, found.n_exact, stop);
   return found;
 }
 
@@ -101,25 +94,15 @@ std::vector<KCommunities> MemoryRun::Communities(const std::vector<std::uint32_t
   std::stable_sort(order.begin(), order.end(),
                    [&](const std::size_t& a, const std::size_t& b) { return ks[a] > ks[b]; });
   std::vector<KCommunities> found(ks.size());
-  std::vector<std::exception_ptr> failed(ks.size());
-  const OrderedTasks tasks{[&](const std::size_t& i) {
-                             try {
-                               found[order[i]] = Communities(ks[order[i]], stop);
-                             } catch (...) {
-                               failed[i] = std::current_exception();
-                             }
-                           },
-                           [&](const std::size_t& i) {
-                             if (failed[i]) std::rethrow_exception(failed[i]);
-                           },
-                           [](const std::size_t&) {}};
-  Run_in_order(order.size(), threads, threads, tasks);
+  Run_k_stages(
+      order.size(), threads, [](const std::size_t&) {},
+      [&](const std::size_t& i) { found[order[i]] = Communities(ks[order[i]], stop); });
   return found;
 }
 
 CliqueList MemoryRun::Pair_cliques() const {
   if (directed_) return {};
-  return kcp::Pair_cliques(vertices_, index_links_);
+  return kcp::Pair_cliques(network_.vertices, network_.index_links);
 }
 
 }  // namespace kcp

@@ -1,7 +1,7 @@
 // A run of Varnel on links held in memory instead of a link file, as the Python module needs it:
-// the stages of the program's run in the same order and with the same settings (names numbered
-// by Convert_s_links, the vertex map, Find_cliques with the overlap rows computed on demand, then
-// Coms_from_appr_ovlp_matr at each k asked for), with nothing printed and no file written. Given
+// the stages of the program's run through the same functions (Run_network_stages with the
+// overlap rows computed on demand, then Coms_from_appr_ovlp_matr at each k asked for, several k
+// side by side through Run_k_stages), with nothing printed and no file written. Given
 // the lines of a link file as links in file order, the cliques and the communities at every k
 // equal those of the program's run on that file, in the same order.
 #pragma once
@@ -14,6 +14,7 @@
 #include "communities/percolation.h"
 #include "core/stop_request.h"
 #include "core/types.h"
+#include "driver/network_stages.h"
 #include "graph/vertex_map.h"
 
 namespace kcp {
@@ -39,8 +40,8 @@ class MemoryRun {
             const unsigned& threads = 1);
 
   // Exact cliques first (N_exact of them), then the approximate ones.
-  const CliqueList& Cliques() const { return cliques_; }
-  std::uint32_t N_exact() const { return n_exact_; }
+  const CliqueList& Cliques() const { return network_.cliques; }
+  std::uint32_t N_exact() const { return network_.n_exact; }
   // Positions()[i - 1] is the position of the node with index i.
   const std::vector<std::uint32_t>& Positions() const { return positions_; }
   // The communities at k; throws Xerror_msg for k below 3, which the program never runs.
@@ -55,11 +56,7 @@ class MemoryRun {
 
  private:
   bool directed_ = false;
-  IndexLinkMap index_links_;
-  VtxMap vertices_;
-  CliqueList cliques_;
-  OverlapMatrix overlaps_;
-  std::uint32_t n_exact_ = 0;
+  Network network_;  // the graph kept undirected only, for Pair_cliques
   std::vector<std::uint32_t> positions_;
 };
 
