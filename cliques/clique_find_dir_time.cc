@@ -16,7 +16,7 @@ namespace Clique_find_dir_sub_routines {
 
 namespace {
 
-using Clique_find_time_sub_routines::Attempt_timer;
+using Clique_find_time_sub_routines::AttemptTimer;
 using Clique_find_time_sub_routines::Indexed_known;
 
 const Vtxd& Working_record(const VtxdMap& working, const NodeIndex& x) {
@@ -77,7 +77,7 @@ void Walk_gaps(GapList& list, std::size_t checked, Indexed_known& known, NodeLis
 
 void Recurrent_inc_inv_dir_time(GapList& gaps, const VtxdMap& working, const VtxdMap& /*vertices*/,
                                 Indexed_known& known, const long double& t0, FoundCliques& found,
-                                const double& max_time, bool& exceeded, Attempt_timer& timer) {
+                                const double& max_time, bool& exceeded, AttemptTimer& timer) {
   NodeList S;
   if (!Enter(gaps, known, found, S)) return;
   // The recursion, one frame per member inserted, walked in the order of the nested calls; the
@@ -116,7 +116,7 @@ void Recurrent_inc_inv_dir_time(GapList& gaps, const VtxdMap& working, const Vtx
 
 void Main_inc_dir_inv_time(const NodeIndex& v, VtxdMap& working, const VtxdMap& vertices,
                            const long double& t0, FoundCliques& found, const double& max_time,
-                           bool& exceeded, Attempt_timer& timer, KnownCliques known_cliques) {
+                           bool& exceeded, AttemptTimer& timer, KnownCliques known_cliques) {
   const Vtxd& own = Working_record(working, v);
   Record_of(vertices, v, "Clique_find_dir_time", "vertex map");
   Indexed_known known(std::move(known_cliques));
@@ -154,7 +154,7 @@ void Clique_find_dir_time(CliqueList& cliques, OverlapMatrix& overlaps, VtxdMap&
                      "no approximation was needed."},
                     stop,
                     [&](const NodeIndex& v, VtxdMap& working, const long double& t0, bool& exceeded,
-                        Attempt_timer& timer, KnownCliques known, NodeResult& node_result) {
+                        AttemptTimer& timer, KnownCliques known, NodeResult& node_result) {
                       found.clear();
                       Main_inc_dir_inv_time(v, working, vertices, t0, found, max_time, exceeded,
                                             timer, std::move(known));

@@ -53,7 +53,7 @@ void Time_limited_loop(CliqueList& cliques, OverlapMatrix& overlaps, Map& vertic
   std::uint32_t skipped = 0;
   bool go_on = true;
   NodeResult node_result;
-  Attempt_timer timer(search_clock, stop);
+  AttemptTimer timer(search_clock, stop);
   while (!queue.empty() && go_on) {
     const NodeIndex v = queue.front();
     queue.pop_front();
