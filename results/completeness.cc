@@ -57,10 +57,9 @@ void Check_distributions(const fs::path& k_dir, const std::string& label,
 
 std::vector<std::uint32_t> Extracted_ks(const std::string& alap_szoveg,
                                         const std::optional<std::uint32_t>& largest_clique) {
-  static const std::string kFixed = "# The communities were extracted solely at k=";
-  const std::size_t at = alap_szoveg.find(kFixed);
+  const std::size_t at = alap_szoveg.find(layout::kFixedKLine);
   if (at != std::string::npos) {
-    const std::size_t from = at + kFixed.size();
+    const std::size_t from = at + layout::kFixedKLine.size();
     const std::size_t to = alap_szoveg.find('\n', from);
     std::uint32_t k = 0;
     if (Parse_unsigned(std::string_view(alap_szoveg).substr(from, to - from), k)) return {k};

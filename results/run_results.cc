@@ -86,8 +86,7 @@ RunResults Read_results_dir(const std::string& dir, const std::optional<std::uin
   results.directed = graph.directed;
   results.weighted = graph.weighted;
   results.flavour = graph.directed ? "directed" : "";
-  if (graph.alap_szoveg.find("\n# A lower link weight intensity threshold of ") !=
-      std::string::npos) {
+  if (layout::Has_line(graph.alap_szoveg, layout::kIntensityLine)) {
     if (graph.directed) {
       Fail_in_file(graph_path, 0,
                    "the run description names both an intensity threshold and "
