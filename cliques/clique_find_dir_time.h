@@ -29,10 +29,9 @@ void Main_inc_dir_inv_time(const NodeIndex& v, VtxdMap& working, const VtxdMap& 
 // Recurrent_inc_inv_dir reading the clock before every further extension and stopping at once,
 // exceeded set, past the limit.
 void Recurrent_inc_inv_dir_time(GapList& gaps, const VtxdMap& working, const VtxdMap& vertices,
-                                Clique_find_time_sub_routines::Indexed_known& known,
+                                Clique_find_time_sub_routines::IndexedKnown& known,
                                 const long double& t0, FoundCliques& found, const double& max_time,
-                                bool& exceeded,
-                                Clique_find_time_sub_routines::AttemptTimer& timer);
+                                bool& exceeded, Clique_find_time_sub_routines::AttemptTimer& timer);
 
 }  // namespace Clique_find_dir_sub_routines
 

@@ -32,7 +32,7 @@ struct Frame {
 // One call of the recursion up to its loop: returns true, with the frame holding C + x and the
 // candidates to try, when the call goes on to extend; keeps C + x when it is a new clique.
 bool Enter(const NodeIndex& x, const VtxMap& working, NodeList C, std::span<const NodeIndex> P,
-           Indexed_known& known, NodeResult& node_result, Frame& frame) {
+           IndexedKnown& known, NodeResult& node_result, Frame& frame) {
   NodeList T = Tighten(Working_neighs(working, x), P, C);
   C.insert(std::upper_bound(C.begin(), C.end(), x), x);
   if (T.empty()) {
@@ -81,13 +81,13 @@ void Register_pending_in(const PendingCliques& pending, CliqueList& cliques, Ver
 
 }  // namespace
 
-Indexed_known::Indexed_known(KnownCliques known) : cliques(std::move(known)) {}
+IndexedKnown::IndexedKnown(KnownCliques known) : cliques(std::move(known)) {}
 
-void Indexed_known::Add(NodeList clique) {
+void IndexedKnown::Add(NodeList clique) {
   cliques.push_back(std::move(clique));
 }
 
-void Indexed_known::Index_new_cliques() {
+void IndexedKnown::Index_new_cliques() {
   for (; indexed_ < cliques.size(); ++indexed_) {
     for (const NodeIndex n : cliques[indexed_]) {
       holders_[n].push_back(static_cast<std::uint32_t>(indexed_));
@@ -95,7 +95,7 @@ void Indexed_known::Index_new_cliques() {
   }
 }
 
-bool Indexed_known::Mehet_tovabb(std::span<const NodeIndex> A, std::span<const NodeIndex> B) {
+bool IndexedKnown::Mehet_tovabb(std::span<const NodeIndex> A, std::span<const NodeIndex> B) {
   if (A.empty() && B.empty()) return cliques.empty();
   Index_new_cliques();
   const std::vector<std::uint32_t>* rarest = nullptr;
@@ -125,7 +125,7 @@ std::string Time_limited_header(const std::string& start, const double& max_time
 
 void Recurrent_tp_investigator(const NodeIndex& x, const VtxMap& working,
                                const VtxMap& /*vertices*/, NodeList C, std::span<const NodeIndex> P,
-                               Indexed_known& known, const NodeIndex& /*v*/, const long double& t0,
+                               IndexedKnown& known, const NodeIndex& /*v*/, const long double& t0,
                                NodeResult& node_result, const double& max_time, bool& exceeded,
                                AttemptTimer& timer) {
   // The recursion, one frame per member added, walked in the order of the nested calls.
@@ -166,7 +166,7 @@ void Clique_find_main_time_part(const NodeIndex& v, VtxMap& working, const VtxMa
   const NodeSet& neighs = Working_neighs(working, v);
   const NodeList N(neighs.begin(), neighs.end());
   Record_of(vertices, v, "Clique_find_part_time", "vertex map");
-  Indexed_known known(std::move(known_cliques));
+  IndexedKnown known(std::move(known_cliques));
 
   const NodeIndex only_v[1] = {v};
   std::span<const NodeIndex> P(N);

@@ -43,10 +43,10 @@ using PendingCliques = std::set<NodeList>;
 // that the subset test of Mehet_tovabb looks only at the cliques holding the rarest member
 // instead of at all of them (a hub can hold hundreds of thousands). Cliques appended to `cliques`
 // by anyone are indexed at the next query.
-class Indexed_known {
+class IndexedKnown {
  public:
   // The cliques already registered for the node, as ascending lists holding it.
-  explicit Indexed_known(KnownCliques known);
+  explicit IndexedKnown(KnownCliques known);
   void Add(NodeList clique);
   // False when a known clique holds A ∪ B (ascending and disjoint), else true.
   bool Mehet_tovabb(std::span<const NodeIndex> A, std::span<const NodeIndex> B = {});
@@ -74,7 +74,7 @@ void Clique_find_main_time_part(const NodeIndex& v, VtxMap& working, const VtxMa
 // Extends C (ascending) by x with the candidates P, depth first on an explicit stack, reading the
 // clock before every further extension and stopping at once, exceeded set, past the limit.
 void Recurrent_tp_investigator(const NodeIndex& x, const VtxMap& working, const VtxMap& vertices,
-                               NodeList C, std::span<const NodeIndex> P, Indexed_known& known,
+                               NodeList C, std::span<const NodeIndex> P, IndexedKnown& known,
                                const NodeIndex& v, const long double& t0, NodeResult& node_result,
                                const double& max_time, bool& exceeded, AttemptTimer& timer);
 

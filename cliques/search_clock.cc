@@ -42,7 +42,7 @@ long double AttemptTimer::Start() {
 }
 
 bool AttemptTimer::Exceeded_in(const long double& t0, const double& max_time,
-                                std::size_t readings) {
+                               std::size_t readings) {
   for (; readings > 0; --readings) {
     if (Exceeded(t0, max_time)) return true;
   }

@@ -77,15 +77,15 @@ inline std::string Community_graph_file(std::string_view flag) {
 
 // The first line of a file of one k: `before`, the flag and a blank (nothing in a plain run),
 // `after`, then "k=" and k.
-struct K_title {
+struct KTitle {
   std::string_view before;
   std::string_view after;
 };
-inline constexpr K_title kCommunitiesTitle{"# The ", "communities at "};
-inline constexpr K_title kCommunityLinksTitle{"# The links inside the ", "communities at "};
+inline constexpr KTitle kCommunitiesTitle{"# The ", "communities at "};
+inline constexpr KTitle kCommunityLinksTitle{"# The links inside the ", "communities at "};
 // With the plain run's empty flag this reads "# The graph of at k=...", as it always has.
-inline constexpr K_title kCommunityGraphTitle{"# The graph of ", "at "};
-inline std::string Title_line(const K_title& title, std::string_view flag, const std::uint32_t& k) {
+inline constexpr KTitle kCommunityGraphTitle{"# The graph of ", "at "};
+inline std::string Title_line(const KTitle& title, std::string_view flag, const std::uint32_t& k) {
   return std::string(title.before) + (flag.empty() ? "" : std::string(flag) + " ") +
          std::string(title.after) + "k=" + std::to_string(k);
 }
@@ -103,11 +103,11 @@ inline bool Is_approximate(const std::uint64_t& position, const std::uint64_t& n
 }
 
 // The four distributions of one k: file stem and the opening words of its first line.
-struct Distribution_kind {
+struct DistributionKind {
   std::string_view stem;
   std::string_view title;
 };
-inline constexpr std::array<Distribution_kind, 4> kDistributions{{
+inline constexpr std::array<DistributionKind, 4> kDistributions{{
     {"membership_distribution", "# The node membership distr. in the "},
     {"size_distribution", "# The size distr. of the "},
     {"overlap_distribution", "# The overlap size distr. of the "},

@@ -9,7 +9,7 @@ namespace kcp {
 
 void Kiir_graph(const LinkMap& links, const std::string& dir, const bool& directed,
                 const std::string& alap_szoveg, const bool& weighted) {
-  Result_file file(dir, directed ? "directed_graph" : "graph");
+  ResultFile file(dir, directed ? "directed_graph" : "graph");
   // Mutual links are folded only later, at node indexing, so this file still holds both
   // directions although the line says otherwise; the wording stays.
   file << "# The links" << alap_szoveg

@@ -33,7 +33,7 @@ void Check_distributions(const fs::path& k_dir, const std::string& label,
                          const std::string& flavour, std::vector<std::string>& missing) {
   std::vector<std::string> plain;
   std::vector<std::string> split;
-  for (const layout::Distribution_kind& kind : layout::kDistributions) {
+  for (const layout::DistributionKind& kind : layout::kDistributions) {
     for (const std::string_view suffix : layout::kDistributionSuffixes) {
       (suffix.empty() ? plain : split)
           .push_back(layout::Flag_file(flavour, std::string(kind.stem) + std::string(suffix)));

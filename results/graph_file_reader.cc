@@ -20,7 +20,7 @@ bool Description_is_weighted(std::string_view alap_szoveg) {
          layout::Has_line(alap_szoveg, layout::kIntensityLine);
 }
 
-void Read_header(const Line_tokeniser& t, GraphFile& graph) {
+void Read_header(const LineTokeniser& t, GraphFile& graph) {
   const std::string expected_first = "\"# The links from <input file>\" as the first line";
   First_header_line(t, expected_first);
   const std::string text = t.Header_text();
@@ -47,8 +47,8 @@ void Read_header(const Line_tokeniser& t, GraphFile& graph) {
 
 }  // namespace
 
-GraphFile Read_graph_file(const std::string& path, Node_numbering& numbering, CutFiles* cut_files) {
-  Line_tokeniser t(path, cut_files);
+GraphFile Read_graph_file(const std::string& path, NodeNumbering& numbering, CutFiles* cut_files) {
+  LineTokeniser t(path, cut_files);
   GraphFile graph;
   Read_header(t, graph);
   const std::size_t fields = graph.weighted ? 3 : 2;

@@ -70,7 +70,7 @@ std::string Graph_path(const std::string& dir) {
 
 // Fills the run's kind, description, nodes and links from the graph file, whose header must
 // agree with its name.
-void Read_graph(const std::string& graph_path, Node_numbering& numbering, CutFiles* cut,
+void Read_graph(const std::string& graph_path, NodeNumbering& numbering, CutFiles* cut,
                 RunResults& results) {
   GraphFile graph = Read_graph_file(graph_path, numbering, cut);
   numbering.Lock();
@@ -100,7 +100,7 @@ void Read_graph(const std::string& graph_path, Node_numbering& numbering, CutFil
 
 // Reads the clique file of the run into `cliques` and results.cliques; false when there is none
 // or it was cut to nothing.
-bool Read_cliques(const std::string& clique_path, Node_numbering& numbering, CutFiles* cut,
+bool Read_cliques(const std::string& clique_path, NodeNumbering& numbering, CutFiles* cut,
                   CliqueFile& cliques, RunResults& results) {
   std::error_code size_error;
   const bool cut_to_nothing = Exists(clique_path) && fs::file_size(clique_path, size_error) == 0;
@@ -186,7 +186,7 @@ RunResults Read_results_dir(const std::string& dir, const std::optional<std::uin
   // Reading what an interrupted run left, a file cut inside a line is read up to that line.
   CutFiles cut_files;
   CutFiles* const cut = allow_incomplete ? &cut_files : nullptr;
-  Node_numbering numbering;
+  NodeNumbering numbering;
   RunResults results;
   Read_graph(graph_path, numbering, cut, results);
 
