@@ -20,7 +20,7 @@ void Check_out_dir(const std::string& dir) {
   // directory, the others find it non-empty. Without the lock, creating the record only where
   // nothing stands still lets one run through.
   Make_parent_dirs(dir);
-  const Dir_lock lock(Parent_dir(dir));
+  const DirLock lock(Parent_dir(dir));
   // A directory that reports the empty size is not listed, so an old record in it goes unseen and
   // is written over, as the other files are.
   const bool old_record = Entry_exists(dir + "/" + kRecord);
@@ -34,7 +34,7 @@ void Check_out_dir(const std::string& dir) {
 }
 
 void Kiir_params(const std::string& dir, const std::string& alap_szoveg) {
-  Result_file record(dir, kRecord);
+  ResultFile record(dir, kRecord);
   record << "# Varnel was run on links taken" << alap_szoveg;
   record.Close();
 }

@@ -15,12 +15,12 @@ bool Is_subset(const Clique& small, const Clique& big) {
 
 // For a growing list of node lists, the positions of the lists holding each node of interest, so
 // that "is S inside some list" looks only at the lists holding S's rarest node instead of at all.
-class Superset_index {
+class SupersetIndex {
  public:
   static constexpr std::uint32_t kNone = std::numeric_limits<std::uint32_t>::max();
 
   // Only nodes flagged in `interest` are indexed; queries ask only about such nodes.
-  Superset_index(const CliqueList& lists, const std::vector<char>& interest)
+  SupersetIndex(const CliqueList& lists, const std::vector<char>& interest)
       : lists_(lists), interest_(interest), positions_(interest.size()) {}
 
   // Indexes lists_[position]; positions are added in ascending order.
@@ -79,12 +79,12 @@ void Appr_core_cliques_of(const CoreMap& core, const CliqueList& exact_cliques,
     }
   }
 
-  Superset_index exact_index(exact_cliques, core_nodes);
+  SupersetIndex exact_index(exact_cliques, core_nodes);
   for (std::uint32_t i = 0; i < exact_cliques.size(); ++i) exact_index.Add(i);
 
   // Candidate keys are their positions here: 0, 1, 2, ... in order of storing.
   CliqueList candidates;
-  Superset_index candidate_index(candidates, core_nodes);
+  SupersetIndex candidate_index(candidates, core_nodes);
   for (const auto& [n, vertex] : core) {
     Check_stop(stop);
     // The neighbourhood alone, without n itself: deliberate.
@@ -121,7 +121,7 @@ void Extend_clique_vec(CliqueList& cliques, std::uint32_t& n_exact, CliqueList& 
   const std::vector<char> approximate_nodes = Nodes_of(approximate);
 
   {
-    Superset_index exact_index(cliques, approximate_nodes);
+    SupersetIndex exact_index(cliques, approximate_nodes);
     for (std::uint32_t i = 0; i < cliques.size(); ++i) exact_index.Add(i);
     CliqueList kept;
     for (Clique& a : approximate) {
@@ -130,7 +130,7 @@ void Extend_clique_vec(CliqueList& cliques, std::uint32_t& n_exact, CliqueList& 
     approximate = std::move(kept);
   }
 
-  Superset_index approximate_index(approximate, approximate_nodes);
+  SupersetIndex approximate_index(approximate, approximate_nodes);
   for (std::uint32_t i = 0; i < approximate.size(); ++i) approximate_index.Add(i);
   CliqueList merged;
   for (Clique& e : cliques) {

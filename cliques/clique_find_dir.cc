@@ -61,12 +61,12 @@ struct Bounds {
   NodeList from_all;
 };
 
-Bounds Add_member(const Bounds& bounds, const NodeIndex& y, const Dir_arrays& full) {
+Bounds Add_member(const Bounds& bounds, const NodeIndex& y, const DirArrays& full) {
   return Bounds{Intersection(bounds.to_all, full.ins.Of(y)),
                 Intersection(bounds.from_all, full.outs.Of(y))};
 }
 
-Bounds Bounds_of(const GapList& gaps, const VtxdMap& vertices, const Dir_arrays& full) {
+Bounds Bounds_of(const GapList& gaps, const VtxdMap& vertices, const DirArrays& full) {
   if (gaps.size() < 2) return Bounds{};
   const NodeIndex first = gaps.front().label;
   Full_record(vertices, first);
@@ -82,7 +82,7 @@ Bounds Bounds_of(const GapList& gaps, const VtxdMap& vertices, const Dir_arrays&
 // True when some node outside S (every member and candidate) could join every clique the list
 // can still become, at its front or at its back: none of them is maximal then.
 bool Dominated(const GapList& gaps, const NodeList& S, const Bounds& bounds,
-               const Dir_arrays& full) {
+               const DirArrays& full) {
   if (bounds.to_all.empty() && bounds.from_all.empty()) return false;
   NodeList candidates;
   for (const Gap& gap : gaps) {
@@ -107,9 +107,9 @@ bool Dominated(const GapList& gaps, const NodeList& S, const Bounds& bounds,
 // Known, with for every node the positions of the known cliques holding it, so that a subset test
 // reads only the cliques holding the rarest member of the set. Cliques appended to Known since the
 // last test are taken in first.
-class Known_index {
+class KnownIndex {
  public:
-  explicit Known_index(const KnownCliques& known) : known_(known) {}
+  explicit KnownIndex(const KnownCliques& known) : known_(known) {}
 
   // Mehet_tovabb(known, S): false when a known clique holds S.
   bool Mehet_tovabb(const NodeList& S) {
@@ -152,10 +152,10 @@ struct Frame {
 // of the processed nodes in a run, whose working graph is the whole graph less those nodes);
 // the candidates of a list are unprocessed, so intersecting them with a node's neighbours in
 // `work` is intersecting them with its neighbours in the working graph.
-struct Dir_search {
-  Dir_search(const VtxdMap& working_map, const VtxdMap& vertex_map, const Dir_arrays& work_arrays,
-             const Dir_arrays& full_arrays, const std::vector<char>& processed_flags,
-             KnownCliques& known_cliques, FoundCliques& found_cliques, const std::size_t& limit)
+struct DirSearch {
+  DirSearch(const VtxdMap& working_map, const VtxdMap& vertex_map, const DirArrays& work_arrays,
+            const DirArrays& full_arrays, const std::vector<char>& processed_flags,
+            KnownCliques& known_cliques, FoundCliques& found_cliques, const std::size_t& limit)
       : working(working_map),
         vertices(vertex_map),
         work(work_arrays),
@@ -168,8 +168,8 @@ struct Dir_search {
 
   const VtxdMap& working;
   const VtxdMap& vertices;
-  const Dir_arrays& work;
-  const Dir_arrays& full;
+  const DirArrays& work;
+  const DirArrays& full;
   const std::vector<char>& processed;
   KnownCliques& known;
   FoundCliques& found;
@@ -177,7 +177,7 @@ struct Dir_search {
   std::size_t steps = 0;
   bool over = false;
   NodeList S;
-  Known_index index;
+  KnownIndex index;
 
   bool Stopped() const { return over; }
 };
@@ -200,14 +200,14 @@ GapList Tighten_with(const GapList& gaps, GapList::const_iterator position, cons
 
 // Tighten_dir over the arrays of a graph that links the candidates as the working graph does.
 GapList Tightened(const GapList& gaps, GapList::const_iterator position, const NodeIndex& x,
-                  const Dir_arrays& work) {
+                  const DirArrays& work) {
   return Tighten_with(gaps, position, x, work.ins.Of(x), work.outs.Of(x));
 }
 
 // The start of one call of the walk: returns true when the list goes on to be extended, and
 // records it when it is finished. A list none of whose completions could be maximal is not
 // extended: it could only record cliques that a later, larger find drops again.
-bool Enter(GapList& gaps, const Bounds& bounds, Dir_search& search) {
+bool Enter(GapList& gaps, const Bounds& bounds, DirSearch& search) {
   if (++search.steps > search.step_limit) {
     search.over = true;
     return false;
@@ -222,7 +222,7 @@ bool Enter(GapList& gaps, const Bounds& bounds, Dir_search& search) {
 }
 
 // Recurrent_inc_inv_dir with the link bounds of the list's members given.
-void Extend(GapList& gaps, const Bounds& bounds, Dir_search& search) {
+void Extend(GapList& gaps, const Bounds& bounds, DirSearch& search) {
   if (!Enter(gaps, bounds, search)) return;
   // The recursion, one frame per member inserted, walked in the same order as the nested calls
   // would be; the root frame works on the caller's list, as the call by reference does.
@@ -261,7 +261,7 @@ void Extend(GapList& gaps, const Bounds& bounds, Dir_search& search) {
 }
 
 // The walk of Main_inc_dir_investigator for node v, up to the registration.
-void Walk_node(const NodeIndex& v, Dir_search& search) {
+void Walk_node(const NodeIndex& v, DirSearch& search) {
   Working_record(search.working, v);
   Full_record(search.vertices, v);
   const auto unprocessed = [&](std::span<const NodeIndex> nodes) {
@@ -377,26 +377,25 @@ void Iktatjuk_az_uj_vert_clt(GapList gaps, FoundCliques& found, KnownCliques& kn
 
 void Recurrent_inc_inv_dir(GapList& gaps, const VtxdMap& working, const VtxdMap& vertices,
                            KnownCliques& known, FoundCliques& found) {
-  const Dir_arrays work(working);
-  const Dir_arrays full(vertices);
+  const DirArrays work(working);
+  const DirArrays full(vertices);
   const std::vector<char> none;
-  Dir_search search{working, vertices, work,  full,
-                    none,    known,    found, static_cast<std::size_t>(-1)};
+  DirSearch search{working, vertices, work, full, none, known, found, static_cast<std::size_t>(-1)};
   Extend(gaps, Bounds_of(gaps, vertices, full), search);
 }
 
 namespace {
 
-// Main_inc_dir_investigator over arrays built once for the whole search (see Dir_search).
+// Main_inc_dir_investigator over arrays built once for the whole search (see DirSearch).
 void Investigate_node(const NodeIndex& v, VtxdMap& working, VtxdMap& vertices,
-                      const Dir_arrays& work, const Dir_arrays& full,
+                      const DirArrays& work, const DirArrays& full,
                       const std::vector<char>& processed, CliqueList& cliques,
                       OverlapMatrix& overlaps, NodeCliqueMap& node_cliques,
                       const std::size_t& plain_steps) {
   Working_record(working, v);
   KnownCliques known = Clique_find_sub_routines::Known_cliques_of(v, cliques, node_cliques);
   FoundCliques found;
-  Dir_search plain{working, vertices, work, full, processed, known, found, plain_steps};
+  DirSearch plain{working, vertices, work, full, processed, known, found, plain_steps};
   Walk_node(v, plain);
   CliqueList in_order;
   if (!plain.over) {
@@ -407,7 +406,7 @@ void Investigate_node(const NodeIndex& v, VtxdMap& working, VtxdMap& vertices,
     // first path of the walk that records it (a path never recorded again, since a recorded
     // clique joins Known; and whatever else the walk records, a later, larger find drops).
     const CliqueList targets = Maximal_dir_cliques_of(v, working, vertices);
-    std::vector<std::pair<Walk_path, std::size_t>> keyed;
+    std::vector<std::pair<WalkPath, std::size_t>> keyed;
     keyed.reserve(targets.size());
     for (std::size_t t = 0; t < targets.size(); ++t) {
       keyed.emplace_back(First_path_to(v, targets[t], work), t);
@@ -428,8 +427,8 @@ void Investigate_node(const NodeIndex& v, VtxdMap& working, VtxdMap& vertices,
 void Main_inc_dir_investigator(const NodeIndex& v, VtxdMap& working, VtxdMap& vertices,
                                CliqueList& cliques, OverlapMatrix& overlaps,
                                NodeCliqueMap& node_cliques, const std::size_t& plain_steps) {
-  const Dir_arrays work(working);
-  const Dir_arrays full(vertices);
+  const DirArrays work(working);
+  const DirArrays full(vertices);
   Investigate_node(v, working, vertices, work, full, {}, cliques, overlaps, node_cliques,
                    plain_steps);
 }
@@ -445,8 +444,8 @@ void Clique_find_dir(CliqueList& cliques, OverlapMatrix& overlaps, VtxdMap& vert
   Sort_dir_vtx_map(order, vertices, "Neighs");
 
   NodeCliqueMap node_cliques;
-  // The working graph is the whole graph less the processed nodes (see Dir_search).
-  const Dir_arrays full(vertices);
+  // The working graph is the whole graph less the processed nodes (see DirSearch).
+  const DirArrays full(vertices);
   std::vector<char> processed(full.ins.Node_bound(), 0);
   Exact_loop(order, " Locating dir. cliques:", "directed cliques", cliques, overlaps, stop,
              [&](const NodeIndex& v) {

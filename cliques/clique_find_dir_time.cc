@@ -16,8 +16,8 @@ namespace Clique_find_dir_sub_routines {
 
 namespace {
 
-using Clique_find_time_sub_routines::Attempt_timer;
-using Clique_find_time_sub_routines::Indexed_known;
+using Clique_find_time_sub_routines::AttemptTimer;
+using Clique_find_time_sub_routines::IndexedKnown;
 
 const Vtxd& Working_record(const VtxdMap& working, const NodeIndex& x) {
   return Record_of(working, x, "Clique_find_dir_time", "working graph");
@@ -34,7 +34,7 @@ struct Frame {
 
 // The start of one call: returns true when the list goes on to be extended, and records it when
 // it is finished.
-bool Enter(GapList& gaps, Indexed_known& known, FoundCliques& found, NodeList& S) {
+bool Enter(GapList& gaps, IndexedKnown& known, FoundCliques& found, NodeList& S) {
   Merge_already_full_and_possibs(S, gaps);
   if (!known.Mehet_tovabb(S)) return false;
   if (No_more_possible_member(gaps)) {
@@ -56,7 +56,7 @@ std::size_t Extensions_left(const GapList& gaps, const std::size_t& from) {
 // clique holds it (tested whenever known has grown past `checked`), the walk ends without any
 // clock reading.
 template <typename Step>
-void Walk_gaps(GapList& list, std::size_t checked, Indexed_known& known, NodeList& S,
+void Walk_gaps(GapList& list, std::size_t checked, IndexedKnown& known, NodeList& S,
                const VtxdMap& working, const bool& exceeded, Step&& step) {
   for (std::size_t g = 0; g < list.size() && !exceeded; ++g) {
     while (!list[g].candidates.empty() && !exceeded) {
@@ -76,8 +76,8 @@ void Walk_gaps(GapList& list, std::size_t checked, Indexed_known& known, NodeLis
 }  // namespace
 
 void Recurrent_inc_inv_dir_time(GapList& gaps, const VtxdMap& working, const VtxdMap& /*vertices*/,
-                                Indexed_known& known, const long double& t0, FoundCliques& found,
-                                const double& max_time, bool& exceeded, Attempt_timer& timer) {
+                                IndexedKnown& known, const long double& t0, FoundCliques& found,
+                                const double& max_time, bool& exceeded, AttemptTimer& timer) {
   NodeList S;
   if (!Enter(gaps, known, found, S)) return;
   // The recursion, one frame per member inserted, walked in the order of the nested calls; the
@@ -116,10 +116,10 @@ void Recurrent_inc_inv_dir_time(GapList& gaps, const VtxdMap& working, const Vtx
 
 void Main_inc_dir_inv_time(const NodeIndex& v, VtxdMap& working, const VtxdMap& vertices,
                            const long double& t0, FoundCliques& found, const double& max_time,
-                           bool& exceeded, Attempt_timer& timer, KnownCliques known_cliques) {
+                           bool& exceeded, AttemptTimer& timer, KnownCliques known_cliques) {
   const Vtxd& own = Working_record(working, v);
   Record_of(vertices, v, "Clique_find_dir_time", "vertex map");
-  Indexed_known known(std::move(known_cliques));
+  IndexedKnown known(std::move(known_cliques));
 
   GapList L{Gap{v, NodeList(own.Ineighs_c().begin(), own.Ineighs_c().end())},
             Gap{v, NodeList(own.Oneighs_c().begin(), own.Oneighs_c().end())}};
@@ -154,7 +154,7 @@ void Clique_find_dir_time(CliqueList& cliques, OverlapMatrix& overlaps, VtxdMap&
                      "no approximation was needed."},
                     stop,
                     [&](const NodeIndex& v, VtxdMap& working, const long double& t0, bool& exceeded,
-                        Attempt_timer& timer, KnownCliques known, NodeResult& node_result) {
+                        AttemptTimer& timer, KnownCliques known, NodeResult& node_result) {
                       found.clear();
                       Main_inc_dir_inv_time(v, working, vertices, t0, found, max_time, exceeded,
                                             timer, std::move(known));

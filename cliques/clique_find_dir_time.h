@@ -6,6 +6,7 @@
 
 #include "cliques/clique_find_dir.h"
 #include "cliques/clique_find_time.h"
+#include "cliques/search_clock.h"
 #include "core/types.h"
 #include "graph/vertex_map.h"
 
@@ -22,16 +23,15 @@ namespace Clique_find_dir_sub_routines {
 // registering it; v is unlinked in the working map only when the attempt finished in time.
 void Main_inc_dir_inv_time(const NodeIndex& v, VtxdMap& working, const VtxdMap& vertices,
                            const long double& t0, FoundCliques& found, const double& max_time,
-                           bool& exceeded, Clique_find_time_sub_routines::Attempt_timer& timer,
+                           bool& exceeded, Clique_find_time_sub_routines::AttemptTimer& timer,
                            KnownCliques known);
 
 // Recurrent_inc_inv_dir reading the clock before every further extension and stopping at once,
 // exceeded set, past the limit.
 void Recurrent_inc_inv_dir_time(GapList& gaps, const VtxdMap& working, const VtxdMap& vertices,
-                                Clique_find_time_sub_routines::Indexed_known& known,
+                                Clique_find_time_sub_routines::IndexedKnown& known,
                                 const long double& t0, FoundCliques& found, const double& max_time,
-                                bool& exceeded,
-                                Clique_find_time_sub_routines::Attempt_timer& timer);
+                                bool& exceeded, Clique_find_time_sub_routines::AttemptTimer& timer);
 
 }  // namespace Clique_find_dir_sub_routines
 

@@ -1,10 +1,7 @@
 #include "cliques/clique_find_time.h"
 
-#include <time.h>
-
 #include <algorithm>
 #include <iomanip>
-#include <limits>
 #include <sstream>
 #include <utility>
 
@@ -14,22 +11,6 @@
 #include "text/console.h"
 
 namespace kcp {
-
-std::clock_t Processor_clock() {
-  return std::clock();
-}
-
-double Monotonic_clock() {
-  timespec now{};
-  // Called by its C name, so that a clock put in front of the C library's is the one read.
-  if (::clock_gettime(CLOCK_MONOTONIC, &now) != 0) return std::numeric_limits<double>::quiet_NaN();
-  return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
-}
-
-SearchClock::SearchClock() : processor(Processor_clock), monotonic(Monotonic_clock) {}
-
-SearchClock::SearchClock(ProcessorClock processor_clock, MonotonicClock monotonic_clock)
-    : processor(std::move(processor_clock)), monotonic(std::move(monotonic_clock)) {}
 
 namespace Clique_find_time_sub_routines {
 
@@ -51,7 +32,7 @@ struct Frame {
 // One call of the recursion up to its loop: returns true, with the frame holding C + x and the
 // candidates to try, when the call goes on to extend; keeps C + x when it is a new clique.
 bool Enter(const NodeIndex& x, const VtxMap& working, NodeList C, std::span<const NodeIndex> P,
-           Indexed_known& known, NodeResult& node_result, Frame& frame) {
+           IndexedKnown& known, NodeResult& node_result, Frame& frame) {
   NodeList T = Tighten(Working_neighs(working, x), P, C);
   C.insert(std::upper_bound(C.begin(), C.end(), x), x);
   if (T.empty()) {
@@ -100,13 +81,13 @@ void Register_pending_in(const PendingCliques& pending, CliqueList& cliques, Ver
 
 }  // namespace
 
-Indexed_known::Indexed_known(KnownCliques known) : cliques(std::move(known)) {}
+IndexedKnown::IndexedKnown(KnownCliques known) : cliques(std::move(known)) {}
 
-void Indexed_known::Add(NodeList clique) {
+void IndexedKnown::Add(NodeList clique) {
   cliques.push_back(std::move(clique));
 }
 
-void Indexed_known::Index_new_cliques() {
+void IndexedKnown::Index_new_cliques() {
   for (; indexed_ < cliques.size(); ++indexed_) {
     for (const NodeIndex n : cliques[indexed_]) {
       holders_[n].push_back(static_cast<std::uint32_t>(indexed_));
@@ -114,7 +95,7 @@ void Indexed_known::Index_new_cliques() {
   }
 }
 
-bool Indexed_known::Mehet_tovabb(std::span<const NodeIndex> A, std::span<const NodeIndex> B) {
+bool IndexedKnown::Mehet_tovabb(std::span<const NodeIndex> A, std::span<const NodeIndex> B) {
   if (A.empty() && B.empty()) return cliques.empty();
   Index_new_cliques();
   const std::vector<std::uint32_t>* rarest = nullptr;
@@ -136,47 +117,6 @@ bool Indexed_known::Mehet_tovabb(std::span<const NodeIndex> A, std::span<const N
   return true;
 }
 
-double Processor_seconds(const ProcessorClock& processor_clock) {
-  return static_cast<double>(processor_clock()) / 1e6;
-}
-
-bool Time_exceeded(const long double& t0, const double& max_time,
-                   const ProcessorClock& processor_clock) {
-  const double now = Processor_seconds(processor_clock);
-  return now - t0 > max_time;
-}
-
-long double Attempt_timer::Start() {
-  // The real time is measured from before t0 is read, so it spans all the processor time that any
-  // later reading can count from t0.
-  if (clock_.monotonic) wall_start_ = clock_.monotonic();
-  return Processor_seconds(clock_.processor);
-}
-
-bool Attempt_timer::Exceeded_in(const long double& t0, const double& max_time,
-                                std::size_t readings) {
-  for (; readings > 0; --readings) {
-    if (Exceeded(t0, max_time)) return true;
-  }
-  return false;
-}
-
-bool Attempt_timer::Exceeded(const long double& t0, const double& max_time) {
-  if (Stop_requested(stop_)) return true;
-  if (clock_.monotonic) {
-    // A processor reading taken now would show at most the real time since wall_start_, plus up
-    // to 1 us because clock() truncates t0 to whole microseconds, plus what the scheduler's clock
-    // gained on the monotonic one, which the kernel lets a time daemon slew by at most 500 ppm.
-    // Keeping 10 us and a thousandth of the limit clear of it covers all three with room to
-    // spare (doubles of seconds since boot are exact to well under a microsecond), so the reading
-    // below is skipped only when it could not exceed the limit. NaN, an unreadable clock, never
-    // compares below and so never skips.
-    const double real = clock_.monotonic() - wall_start_;
-    if (real < max_time - max_time * 1e-3 - 1e-5) return false;
-  }
-  return Time_exceeded(t0, max_time, clock_.processor);
-}
-
 std::string Time_limited_header(const std::string& start, const double& max_time) {
   std::ostringstream header;
   header << start << std::fixed << std::setprecision(3) << max_time << ':';
@@ -185,9 +125,9 @@ std::string Time_limited_header(const std::string& start, const double& max_time
 
 void Recurrent_tp_investigator(const NodeIndex& x, const VtxMap& working,
                                const VtxMap& /*vertices*/, NodeList C, std::span<const NodeIndex> P,
-                               Indexed_known& known, const NodeIndex& /*v*/, const long double& t0,
+                               IndexedKnown& known, const NodeIndex& /*v*/, const long double& t0,
                                NodeResult& node_result, const double& max_time, bool& exceeded,
-                               Attempt_timer& timer) {
+                               AttemptTimer& timer) {
   // The recursion, one frame per member added, walked in the order of the nested calls.
   std::vector<Frame> stack(1);
   if (!Enter(x, working, std::move(C), P, known, node_result, stack.back())) return;
@@ -221,12 +161,12 @@ void Recurrent_tp_investigator(const NodeIndex& x, const VtxMap& working,
 
 void Clique_find_main_time_part(const NodeIndex& v, VtxMap& working, const VtxMap& vertices,
                                 const long double& t0, const double& max_time, bool& exceeded,
-                                NodeResult& node_result, Attempt_timer& timer,
+                                NodeResult& node_result, AttemptTimer& timer,
                                 KnownCliques known_cliques) {
   const NodeSet& neighs = Working_neighs(working, v);
   const NodeList N(neighs.begin(), neighs.end());
   Record_of(vertices, v, "Clique_find_part_time", "vertex map");
-  Indexed_known known(std::move(known_cliques));
+  IndexedKnown known(std::move(known_cliques));
 
   const NodeIndex only_v[1] = {v};
   std::span<const NodeIndex> P(N);
@@ -298,7 +238,7 @@ void Clique_find_part_time(CliqueList& cliques, OverlapMatrix& overlaps, VtxMap&
       {" Locating cliques, max. allowed time/node=", "cliques", " no approximation was needed"},
       stop,
       [&](const NodeIndex& v, VtxMap& working, const long double& t0, bool& exceeded,
-          Attempt_timer& timer, KnownCliques known, NodeResult& node_result) {
+          AttemptTimer& timer, KnownCliques known, NodeResult& node_result) {
         Clique_find_main_time_part(v, working, vertices, t0, max_time, exceeded, node_result, timer,
                                    std::move(known));
       });

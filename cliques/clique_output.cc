@@ -8,7 +8,7 @@ namespace kcp {
 
 namespace {
 
-void Write_members(Result_file& file, const Clique& clique, const NameTable& names) {
+void Write_members(ResultFile& file, const Clique& clique, const NameTable& names) {
   for (const NodeIndex m : clique) file << names[m] << ' ';
   file << '\n';
 }
@@ -21,7 +21,7 @@ void Kiir_cliques_VN(const std::string& dir, const CliqueList& cliques, NameMap&
   const NameTable table(names);
   // An intensity run shares the plain clique file: its cliques are those of the undirected search.
   const std::string kind = flag == layout::kIntensity ? std::string() : flag;
-  Result_file file(dir, layout::Clique_file(flag));
+  ResultFile file(dir, layout::Clique_file(flag));
   file << "# The " << kind << (kind.empty() ? "" : " ") << "cliques" << alap_szoveg;
   if (n_exact < cliques.size()) file << layout::kApproximateCliquesNote << '\n';
   file << '\n';

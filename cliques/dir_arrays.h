@@ -8,8 +8,8 @@
 
 namespace kcp::Clique_find_dir_sub_routines {
 
-struct Dir_arrays {
-  explicit Dir_arrays(const VtxdMap& map)
+struct DirArrays {
+  explicit DirArrays(const VtxdMap& map)
       : ins(map, [](const Vtxd& record) -> const NodeSet& { return record.Ineighs_c(); }),
         outs(map, [](const Vtxd& record) -> const NodeSet& { return record.Oneighs_c(); }) {}
   Adjacency ins;

@@ -24,7 +24,7 @@ namespace {
 using Bits = NodeBits;
 
 // v (local 0) and its neighbours (local 1.., ascending) with the links among them.
-struct Local_graph {
+struct LocalGraph {
   NodeList nodes;
   std::size_t words = 0;
   std::vector<Bits> out;  // out[i] holds j when i links to j
@@ -43,8 +43,8 @@ struct Local_graph {
   mutable std::vector<std::size_t> ready;
 };
 
-Local_graph Local_graph_of(const NodeIndex& v, const VtxdMap& vertices) {
-  Local_graph graph;
+LocalGraph Local_graph_of(const NodeIndex& v, const VtxdMap& vertices) {
+  LocalGraph graph;
   const NodeSet& neighs = Full_record(vertices, v).Neighs_c();
   graph.nodes.push_back(v);
   graph.nodes.insert(graph.nodes.end(), neighs.begin(), neighs.end());
@@ -80,7 +80,7 @@ Local_graph Local_graph_of(const NodeIndex& v, const VtxdMap& vertices) {
 
 // The members of `members` reached from u along one-way links, forwards or backwards, u
 // included.
-Bits Reached(const Local_graph& graph, const std::size_t& u, const Bits& members,
+Bits Reached(const LocalGraph& graph, const std::size_t& u, const Bits& members,
              const bool& forwards) {
   Bits reached(graph.words);
   reached.Set(u);
@@ -103,7 +103,7 @@ Bits Reached(const Local_graph& graph, const std::size_t& u, const Bits& members
 }
 
 // True when the nodes of `set` are linked pairwise and their one-way links leave no cycle.
-bool Is_directed_clique(const Local_graph& graph, const Bits& set) {
+bool Is_directed_clique(const LocalGraph& graph, const Bits& set) {
   std::vector<std::size_t>& members = graph.members;
   members.clear();
   for (std::size_t w = 0; w < graph.words; ++w) {
@@ -148,7 +148,7 @@ bool Is_directed_clique(const Local_graph& graph, const Bits& set) {
   return taken == members.size();
 }
 
-struct Bk_frame {
+struct BkFrame {
   std::vector<std::size_t> R;
   Bits R_bits;
   std::vector<std::size_t> P;
@@ -158,7 +158,7 @@ struct Bk_frame {
 
 // True when a node of X could join every clique R can grow into within P: it is linked both
 // ways with all of R ∪ P, or links to all of them, or all of them link to it.
-bool Bk_dominated(const Local_graph& graph, const Bk_frame& frame) {
+bool Bk_dominated(const LocalGraph& graph, const BkFrame& frame) {
   Bits reach = frame.R_bits;
   for (const std::size_t z : frame.P) reach.Set(z);
   for (const std::size_t x : frame.X) {
@@ -169,7 +169,7 @@ bool Bk_dominated(const Local_graph& graph, const Bk_frame& frame) {
 
 // Settles a frame whose R ∪ P is itself a directed clique: it is the only maximal set of the
 // branch, reported unless a node of X could join it. Returns false for any other frame.
-bool Settled_whole(const Local_graph& graph, const Bk_frame& frame, CliqueList& result) {
+bool Settled_whole(const LocalGraph& graph, const BkFrame& frame, CliqueList& result) {
   Bits whole = frame.R_bits;
   for (const std::size_t z : frame.P) whole.Set(z);
   if (!Is_directed_clique(graph, whole)) return false;
@@ -202,13 +202,13 @@ bool Settled_whole(const Local_graph& graph, const Bk_frame& frame, CliqueList& 
 
 CliqueList Maximal_dir_cliques_of(const NodeIndex& v, const VtxdMap& working,
                                   const VtxdMap& vertices) {
-  const Local_graph graph = Local_graph_of(v, vertices);
+  const LocalGraph graph = Local_graph_of(v, vertices);
   CliqueList result;
   // Maximal node sets holding v whose one-way links leave no cycle, found by extending R with
   // the candidates P while X keeps the nodes that must stay out (processed before v, or tried
   // already); R is maximal when neither has a node left that could join it.
-  std::vector<Bk_frame> stack(1);
-  Bk_frame& root = stack.back();
+  std::vector<BkFrame> stack(1);
+  BkFrame& root = stack.back();
   root.R.push_back(0);
   root.R_bits = Bits(graph.words);
   root.R_bits.Set(0);
@@ -219,14 +219,14 @@ CliqueList Maximal_dir_cliques_of(const NodeIndex& v, const VtxdMap& working,
     return result;
   }
   while (!stack.empty()) {
-    Bk_frame& top = stack.back();
+    BkFrame& top = stack.back();
     if (top.next == top.P.size()) {
       stack.pop_back();
       continue;
     }
     const std::size_t i = top.next++;
     const std::size_t u = top.P[i];
-    Bk_frame child;
+    BkFrame child;
     child.R = top.R;
     child.R.push_back(u);
     child.R_bits = top.R_bits;

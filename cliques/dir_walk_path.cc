@@ -21,9 +21,9 @@ namespace {
 
 // The links among the members of a clique M (ascending), as bit rows over their positions in
 // M; a set of members is a row too, and ascending positions are ascending nodes.
-class Member_links {
+class MemberLinks {
  public:
-  Member_links(const NodeList& M, const Dir_arrays& work)
+  MemberLinks(const NodeList& M, const DirArrays& work)
       : words_((M.size() + 63) / 64), rows_(3 * M.size() * words_, 0) {
     for (std::size_t i = 0; i < M.size(); ++i) {
       Mark(M, work.ins.Of(M[i]), Row(kIns, i));
@@ -63,7 +63,7 @@ class Member_links {
 // A gap list restricted to the members of M: the candidates of gap g are the bits
 // [g * words, (g + 1) * words). Labels are not kept: which members can still be placed depends
 // only on the candidates.
-struct Member_gaps {
+struct MemberGaps {
   std::size_t words = 0;
   std::vector<std::uint64_t> bits;
 
@@ -83,8 +83,8 @@ struct Member_gaps {
 };
 
 // Tighten_dir on member gaps: member y goes into gap f.
-void Tighten_members(const Member_gaps& gaps, const std::size_t& f, const std::size_t& y,
-                     const Member_links& links, Member_gaps& result) {
+void Tighten_members(const MemberGaps& gaps, const std::size_t& f, const std::size_t& y,
+                     const MemberLinks& links, MemberGaps& result) {
   const std::size_t words = gaps.words;
   result.words = words;
   result.bits.resize(gaps.bits.size() + words);
@@ -101,8 +101,8 @@ void Tighten_members(const Member_gaps& gaps, const std::size_t& f, const std::s
 // a gap any order the links allow can still be built). Taking every node, in an order where
 // those links run forwards, into the first gap that is no earlier than the gaps of the nodes
 // linking to it, finds such a placement whenever there is one.
-bool Can_take_all(const Member_gaps& gaps, const std::vector<std::uint64_t>& rest,
-                  const std::size_t& members, const Member_links& links) {
+bool Can_take_all(const MemberGaps& gaps, const std::vector<std::uint64_t>& rest,
+                  const std::size_t& members, const MemberLinks& links) {
   std::vector<std::size_t> waiting(members, 0);
   std::vector<std::size_t> lowest(members, 0);
   std::vector<std::size_t> ready;
@@ -143,8 +143,8 @@ bool Can_take_all(const Member_gaps& gaps, const std::vector<std::uint64_t>& res
 // with. Every order of M is reached by exactly one path, so the walk records M at the first path
 // that can still take in all of M; it is followed step by step, trying the steps in the walk's
 // order.
-Walk_path First_path_to(const NodeIndex& v, const NodeList& M, const Dir_arrays& work) {
-  const Member_links links(M, work);
+WalkPath First_path_to(const NodeIndex& v, const NodeList& M, const DirArrays& work) {
+  const MemberLinks links(M, work);
   const std::size_t words = links.Words();
   const auto at_v = std::lower_bound(M.begin(), M.end(), v);
   if (at_v == M.end() || *at_v != v) {
@@ -152,7 +152,7 @@ Walk_path First_path_to(const NodeIndex& v, const NodeList& M, const Dir_arrays&
                      " is not in a clique it must end with.");
   }
   const auto v_at = static_cast<std::size_t>(at_v - M.begin());
-  Member_gaps list{words, std::vector<std::uint64_t>(2 * words, 0)};
+  MemberGaps list{words, std::vector<std::uint64_t>(2 * words, 0)};
   for (std::size_t w = 0; w < words; ++w) {
     list.Gap(0)[w] = links.Ins(v_at)[w];
     list.Gap(1)[w] = links.Outs(v_at)[w];
@@ -161,9 +161,9 @@ Walk_path First_path_to(const NodeIndex& v, const NodeList& M, const Dir_arrays&
   for (std::size_t i = 0; i < M.size(); ++i) {
     if (i != v_at) rest[i >> 6] |= std::uint64_t{1} << (i & 63);
   }
-  Walk_path path;
-  Member_gaps base;
-  Member_gaps next;
+  WalkPath path;
+  MemberGaps base;
+  MemberGaps next;
   std::vector<std::uint64_t> rest_after;
   for (std::size_t left = M.size() - 1; left > 0; --left) {
     bool moved = false;

@@ -127,8 +127,25 @@ void PrefixLists::Add(const std::uint32_t& t, const std::uint32_t& least_size) {
     if (key_nodes_ > 1) new_end[j] = new_lists_.size();
   }
 
-  // The lists again, each with its old entries (those set aside included) followed by its new.
-  // Lists only grow, so each starts no earlier than before: moved from the last to the first,
+  Make_room(old_lists);
+  if (key_nodes_ == 1) {
+    for (std::uint32_t j = 0; j < profile.Clique_count(); ++j) {
+      each_new_key(j, [&](const std::uint64_t& rank) { entries_[end_[rank]++] = j; });
+    }
+  } else {
+    std::uint64_t p = 0;
+    for (std::uint32_t j = 0; j < profile.Clique_count(); ++j) {
+      for (; p < new_end[j]; ++p) entries_[end_[new_lists_[p]]++] = j;
+    }
+    Extend_own_lists();
+  }
+  t_ = t;
+  least_size_ = least_size;
+}
+
+void PrefixLists::Make_room(const std::uint32_t& old_lists) {
+  // Each list keeps its old entries (those set aside included), then room for its new. Lists
+  // only grow, so each starts no earlier than before: moved from the last to the first,
   // they fit in place.
   old_begin_.assign(begin_.begin(), begin_.end());
   begin_.resize(list_count_ + std::size_t{1});
@@ -148,36 +165,27 @@ void PrefixLists::Add(const std::uint32_t& t, const std::uint32_t& least_size) {
     }
     end_[l] = begin_[l] + old_size;
   }
-  if (key_nodes_ == 1) {
-    for (std::uint32_t j = 0; j < profile.Clique_count(); ++j) {
-      each_new_key(j, [&](const std::uint64_t& rank) { entries_[end_[rank]++] = j; });
+}
+
+void PrefixLists::Extend_own_lists() {
+  // Each clique's lists: its old ones, then its new ones, moved in place from the last clique
+  // to the first as the lists above; clique j moves up by the new lists of the cliques before.
+  const std::size_t cliques = profile_->Clique_count();
+  own_lists_.resize(own_begin_[cliques] + new_lists_.size());
+  const auto pos = [](auto& v, const std::uint64_t& i) {
+    return v.begin() + static_cast<std::ptrdiff_t>(i);
+  };
+  for (std::size_t j = cliques; j-- > 0;) {
+    const std::uint64_t before = j == 0 ? 0 : new_end_[j - 1];
+    const std::uint64_t old_from = own_begin_[j];
+    const std::uint64_t old_to = own_begin_[j + 1];
+    const std::uint64_t to = old_to + before;
+    if (before != 0) {
+      std::copy_backward(pos(own_lists_, old_from), pos(own_lists_, old_to), pos(own_lists_, to));
     }
-  } else {
-    std::uint64_t p = 0;
-    for (std::uint32_t j = 0; j < profile.Clique_count(); ++j) {
-      for (; p < new_end[j]; ++p) entries_[end_[new_lists_[p]]++] = j;
-    }
-    // Each clique's lists: its old ones, then its new ones, moved in place from the last clique
-    // to the first as the lists above; clique j moves up by the new lists of the cliques before.
-    const std::size_t cliques = profile.Clique_count();
-    own_lists_.resize(own_begin_[cliques] + new_lists_.size());
-    const auto pos = [](auto& v, const std::uint64_t& i) {
-      return v.begin() + static_cast<std::ptrdiff_t>(i);
-    };
-    for (std::size_t j = cliques; j-- > 0;) {
-      const std::uint64_t before = j == 0 ? 0 : new_end[j - 1];
-      const std::uint64_t old_from = own_begin_[j];
-      const std::uint64_t old_to = own_begin_[j + 1];
-      const std::uint64_t to = old_to + before;
-      if (before != 0) {
-        std::copy_backward(pos(own_lists_, old_from), pos(own_lists_, old_to), pos(own_lists_, to));
-      }
-      std::copy(pos(new_lists_, before), pos(new_lists_, new_end[j]), pos(own_lists_, to));
-      own_begin_[j + 1] = old_to + new_end[j];
-    }
+    std::copy(pos(new_lists_, before), pos(new_lists_, new_end_[j]), pos(own_lists_, to));
+    own_begin_[j + 1] = old_to + new_end_[j];
   }
-  t_ = t;
-  least_size_ = least_size;
 }
 
 }  // namespace kcp

@@ -64,6 +64,11 @@ class PrefixLists {
   // Adds the entries of the cliques listed at (t, least_size) and not at the lists' present
   // threshold and least size (all of them after Clear).
   void Add(const std::uint32_t& t, const std::uint32_t& least_size);
+  // Steps of Add once the new entries are counted: lays the lists out again, each with room for
+  // its new entries behind its old ones (the first old_lists lists had entries before); then
+  // gives each clique's list of lists its new lists (keys of several nodes).
+  void Make_room(const std::uint32_t& old_lists);
+  void Extend_own_lists();
 
   template <typename Taken, typename Visit>
   void Walk_list(const std::uint32_t& list, Taken& taken, Visit& visit);

@@ -25,7 +25,7 @@ namespace kcp {
 
 // The console wording of one search: the progress header up to the time limit, the word for
 // what it finds ("cliques", "directed cliques") and the closing note when no node was left.
-struct Time_limited_texts {
+struct TimeLimitedTexts {
   std::string header_start;
   std::string items;
   std::string no_approximation;
@@ -38,7 +38,7 @@ struct Time_limited_texts {
 template <typename Map, typename Attempt>
 void Time_limited_loop(CliqueList& cliques, OverlapMatrix& overlaps, Map& vertices, Map& core,
                        Map working, const NodeOrder& order, const double& max_time,
-                       const SearchClock& search_clock, const Time_limited_texts& texts,
+                       const SearchClock& search_clock, const TimeLimitedTexts& texts,
                        const StopRequest* stop, Attempt&& attempt) {
   using namespace Clique_find_time_sub_routines;
   using namespace Clique_find_report_sub_routines;
@@ -53,7 +53,7 @@ void Time_limited_loop(CliqueList& cliques, OverlapMatrix& overlaps, Map& vertic
   std::uint32_t skipped = 0;
   bool go_on = true;
   NodeResult node_result;
-  Attempt_timer timer(search_clock, stop);
+  AttemptTimer timer(search_clock, stop);
   while (!queue.empty() && go_on) {
     const NodeIndex v = queue.front();
     queue.pop_front();

@@ -26,6 +26,12 @@ class CommunityAssembly {
  private:
   // Communities up to this many nodes may be assembled in a bit matrix (32 MiB at most).
   static constexpr std::size_t kMatrixNodes = 16384;
+  // The distinct nodes of the member cliques, ascending, each marked in local_ (left nonzero).
+  void Collect_nodes(const CliqueIndexList& members, const CliqueList& cliques, NodeList& nodes);
+  // Appends the links of the member cliques through every pair bucketed by its smaller node;
+  // local_ holds each node's position in `nodes` plus one.
+  void Assemble_in_buckets(const CliqueIndexList& members, const CliqueList& cliques,
+                           const NodeList& nodes, LinkList& links);
   void Assemble_in_matrix(const CliqueIndexList& members, const CliqueList& cliques,
                           const NodeList& nodes, LinkList& links);
 

@@ -17,7 +17,7 @@ std::string Flag_word(const std::string& flag) {
 }
 
 // Position p of a community: approximate communities keep their position behind a minus sign.
-void Put_position(Result_file& file, const std::size_t& p, const std::uint32_t& n_exact_coms) {
+void Put_position(ResultFile& file, const std::size_t& p, const std::uint32_t& n_exact_coms) {
   if (layout::Is_approximate(p, n_exact_coms)) file << layout::kApproximateMark;
   file << p;
 }
@@ -33,7 +33,7 @@ void Kiir_coms_VN(const CommunityList& communities, const std::string& dir, cons
 void Kiir_coms_VN(const CommunityList& communities, const std::string& dir, const std::uint32_t& k,
                   const NameTable& names, const std::uint32_t& n_exact_coms,
                   const std::string& flag, const std::string& alap_szoveg) {
-  Result_file file(layout::K_dir(dir, k), layout::Flag_file(flag, layout::kCommunities));
+  ResultFile file(layout::K_dir(dir, k), layout::Flag_file(flag, layout::kCommunities));
   file << layout::Title_line(layout::kCommunitiesTitle, flag, k) << '\n';
   file << '#' << alap_szoveg;
   if (n_exact_coms < communities.size()) {
@@ -62,7 +62,7 @@ void Kiir_com_links_VN(const CommunityLinkLists& community_links, const std::str
                        const std::uint32_t& n_exact_coms, const std::string& flag,
                        const std::string& alap_szoveg) {
   const NameTable& names = tables.names;
-  Result_file file(layout::K_dir(dir, k), layout::Flag_file(flag, layout::kCommunityLinks));
+  ResultFile file(layout::K_dir(dir, k), layout::Flag_file(flag, layout::kCommunityLinks));
   file << layout::Title_line(layout::kCommunityLinksTitle, flag, k) << '\n';
   file << '#' << alap_szoveg << '\n';
   for (std::size_t p = 0; p < community_links.size(); ++p) {
@@ -94,7 +94,7 @@ void Kiir_coms_cliques_VN(const CommunityCliqueLists& community_cliques, const s
                           const std::uint32_t& k, const std::uint32_t& n_exact_coms,
                           const std::uint32_t& n_exact, const std::string& flag,
                           const std::string& alap_szoveg) {
-  Result_file file(layout::K_dir(dir, k), layout::Flag_file(flag, layout::kCommunityCliques));
+  ResultFile file(layout::K_dir(dir, k), layout::Flag_file(flag, layout::kCommunityCliques));
   file << "# The contained " << Flag_word(flag) << "cliques in the " << Flag_word(flag)
        << "communities at k=" << k << '\n';
   file << '#' << alap_szoveg << '\n';

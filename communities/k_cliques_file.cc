@@ -8,7 +8,7 @@ namespace kcp {
 
 void Kiir_k_cliques_VN(const std::string& dir, const KCliqueSet& k_cliques, const std::uint32_t& k,
                        NameMap& names, const std::string& alap_szoveg) {
-  Result_file file(layout::K_dir(dir, k), std::string(layout::kKCliques));
+  ResultFile file(layout::K_dir(dir, k), std::string(layout::kKCliques));
   std::ostream& out = file.out();
   out << "# The k-cliques at k=" << int2string(k) << alap_szoveg << "\n";
   std::uint32_t number = 0;

@@ -1,7 +1,7 @@
 // Writes the k-cliques of an intensity run into dir + "/k=" + k + "/k-cliques": the line
 // "# The k-cliques at k=" k followed by alap_szoveg, an empty line, then one record per
 // k-clique in the set's order, numbered from 0: "n: " and each node name followed by a blank.
-// Directory errors of Dir_prepare and write errors of Result_file pass through.
+// Directory errors of Dir_prepare and write errors of ResultFile pass through.
 #pragma once
 
 #include <cstdint>

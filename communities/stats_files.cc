@@ -11,7 +11,7 @@ namespace kcp {
 
 namespace {
 
-void Put_position(Result_file& file, const std::uint32_t& p, const std::uint32_t& n_exact_coms) {
+void Put_position(ResultFile& file, const std::uint32_t& p, const std::uint32_t& n_exact_coms) {
   if (layout::Is_approximate(p, n_exact_coms)) file << layout::kApproximateMark;
   file << p;
 }
@@ -21,7 +21,7 @@ void Put_position(Result_file& file, const std::uint32_t& p, const std::uint32_t
 void Kiir_com_graph_VN(const CommunityGraph& graph, const std::uint32_t& n_exact_coms,
                        const std::string& dir, const std::uint32_t& k, const std::string& flag,
                        const std::string& alap_szoveg) {
-  Result_file file(layout::K_dir(dir, k), layout::Community_graph_file(flag));
+  ResultFile file(layout::K_dir(dir, k), layout::Community_graph_file(flag));
   file << layout::Title_line(layout::kCommunityGraphTitle, flag, k) << '\n';
   file << '#' << alap_szoveg << '\n';
   for (const auto& [pair, weight] : graph) {
@@ -47,7 +47,7 @@ void Kiir_stats_VN(const Distribution& membership, const Distribution& size,
                            (flag.empty() ? flag : flag + " ") +
                            " communities at k=" + int2string(k) + "\n#" + alap_szoveg;
   for (std::size_t i = 0; i < distributions.size(); ++i) {
-    const layout::Distribution_kind& kind = layout::kDistributions[i];
+    const layout::DistributionKind& kind = layout::kDistributions[i];
     Kiir_VN_dist(k_dir + "/" + layout::Flag_file(flag, kind.stem) + suffix, *distributions[i],
                  std::string(kind.title) + tail);
   }
@@ -55,7 +55,7 @@ void Kiir_stats_VN(const Distribution& membership, const Distribution& size,
 
 void Kiir_VN_dist(const std::string& path, const Distribution& distribution,
                   const std::string& header) {
-  Result_file file(path);
+  ResultFile file(path);
   file << header << '\n';
   for (const auto& [value, count] : distribution) file << value << ' ' << count << '\n';
   file << '\n';

@@ -28,7 +28,7 @@ class LinkMap {
   using mapped_type = double;
   using value_type = std::pair<key_type, double>;
   using size_type = std::size_t;
-  using const_iterator = Position_iterator<LinkMap, value_type>;
+  using const_iterator = PositionIterator<LinkMap, value_type>;
   using iterator = const_iterator;
 
   // One link as stored: the pool numbers of its names and its weight.

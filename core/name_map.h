@@ -26,7 +26,7 @@ class NameMap {
   using mapped_type = std::string_view;
   using value_type = std::pair<std::uint32_t, std::string_view>;
   using size_type = std::size_t;
-  using const_iterator = Position_iterator<NameMap, value_type>;
+  using const_iterator = PositionIterator<NameMap, value_type>;
   using iterator = const_iterator;
   using const_reverse_iterator = std::reverse_iterator<const_iterator>;
   using reverse_iterator = const_reverse_iterator;

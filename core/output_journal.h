@@ -1,7 +1,7 @@
 // What a task on another thread prints, kept so that the run's own thread prints it in its turn,
 // and what it writes, noted so that it can be taken back. While a JournalScope lives on a thread,
 // the console (text/console.h) records its text into the scope's journal instead of printing it;
-// Dir_prepare and Result_file (fsutil/) act at once and note the directories they make and the
+// Dir_prepare and ResultFile (fsutil/) act at once and note the directories they make and the
 // files they open, so that a task whose output must be done again in the order of a run on one
 // thread (after an error: a full disk, a file-size limit) can remove them first.
 #pragma once

@@ -10,7 +10,7 @@
 namespace kcp {
 
 template <typename Owner, typename Value>
-class Position_iterator {
+class PositionIterator {
  public:
   struct Arrow {
     Value value;
@@ -23,53 +23,53 @@ class Position_iterator {
   using reference = Value;
   using pointer = Arrow;
 
-  Position_iterator() = default;
-  Position_iterator(const Owner* owner, const std::size_t& at) : owner_(owner), at_(at) {}
+  PositionIterator() = default;
+  PositionIterator(const Owner* owner, const std::size_t& at) : owner_(owner), at_(at) {}
 
   Value operator*() const { return owner_->Entry_at(at_); }
   Arrow operator->() const { return Arrow{**this}; }
   Value operator[](const difference_type& n) const { return *(*this + n); }
   std::size_t Position() const noexcept { return at_; }
 
-  Position_iterator& operator++() {
+  PositionIterator& operator++() {
     ++at_;
     return *this;
   }
-  Position_iterator operator++(int) {
-    Position_iterator before = *this;
+  PositionIterator operator++(int) {
+    PositionIterator before = *this;
     ++at_;
     return before;
   }
-  Position_iterator& operator--() {
+  PositionIterator& operator--() {
     --at_;
     return *this;
   }
-  Position_iterator operator--(int) {
-    Position_iterator before = *this;
+  PositionIterator operator--(int) {
+    PositionIterator before = *this;
     --at_;
     return before;
   }
-  Position_iterator& operator+=(const difference_type& n) {
+  PositionIterator& operator+=(const difference_type& n) {
     at_ = static_cast<std::size_t>(static_cast<difference_type>(at_) + n);
     return *this;
   }
-  Position_iterator& operator-=(const difference_type& n) { return *this += -n; }
-  friend Position_iterator operator+(Position_iterator it, const difference_type& n) {
+  PositionIterator& operator-=(const difference_type& n) { return *this += -n; }
+  friend PositionIterator operator+(PositionIterator it, const difference_type& n) {
     return it += n;
   }
-  friend Position_iterator operator+(const difference_type& n, Position_iterator it) {
+  friend PositionIterator operator+(const difference_type& n, PositionIterator it) {
     return it += n;
   }
-  friend Position_iterator operator-(Position_iterator it, const difference_type& n) {
+  friend PositionIterator operator-(PositionIterator it, const difference_type& n) {
     return it -= n;
   }
-  friend difference_type operator-(const Position_iterator& a, const Position_iterator& b) {
+  friend difference_type operator-(const PositionIterator& a, const PositionIterator& b) {
     return static_cast<difference_type>(a.at_) - static_cast<difference_type>(b.at_);
   }
-  friend bool operator==(const Position_iterator& a, const Position_iterator& b) {
+  friend bool operator==(const PositionIterator& a, const PositionIterator& b) {
     return a.at_ == b.at_;
   }
-  friend std::strong_ordering operator<=>(const Position_iterator& a, const Position_iterator& b) {
+  friend std::strong_ordering operator<=>(const PositionIterator& a, const PositionIterator& b) {
     return a.at_ <=> b.at_;
   }
 

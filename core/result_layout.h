@@ -33,6 +33,39 @@ inline std::string K_dir(const std::string& dir, const std::uint32_t& k) {
   return dir + "/" + K_dir_name(k);
 }
 
+// The lines the base text carries about the run, after its first line " from <input path>":
+// each setting's line with its value (6 decimals) and the rest of the line behind it, or its line
+// when unset. Readers find a line by its opening words after a newline.
+inline constexpr std::string_view kLowerThresholdLine = "# at a lower link weight threshold of ";
+inline constexpr std::string_view kLowerThresholdEnd = ",\n";
+inline constexpr std::string_view kNoLowerThresholdLine = "# at no lower link weight threshold,\n";
+inline constexpr std::string_view kUpperThresholdLine =
+    "# and at an upper link weight threshold of ";
+inline constexpr std::string_view kUpperThresholdEnd = ".\n";
+inline constexpr std::string_view kNoUpperThresholdLine =
+    "# and at no upper link weight threshold.\n";
+inline constexpr std::string_view kIntensityLine = "# A lower link weight intensity threshold of ";
+inline constexpr std::string_view kIntensityEnd = " was set.\n";
+inline constexpr std::string_view kDirectedLinksLine = "# Links were treated as directed.\n";
+inline constexpr std::string_view kUndirectedLinksLine = "# Links were treated as undirected.\n";
+inline constexpr std::string_view kTimeLimitLine =
+    "# The maximal allowed time per node during clique search was ";
+inline constexpr std::string_view kTimeLimitEnd = " secs.\n";
+inline constexpr std::string_view kNoTimeLimitLine =
+    "# No time limit was set for the clique search.\n";
+// Followed by k, a newline and a "." that no later line completes.
+inline constexpr std::string_view kFixedKLine = "# The communities were extracted solely at k=";
+inline constexpr std::string_view kFixedKEnd = "\n.";
+// True when one line of `base_text` (not its first) opens with `line_start`.
+inline bool Has_line(std::string_view base_text, std::string_view line_start) {
+  return base_text.find("\n" + std::string(line_start)) != std::string_view::npos;
+}
+
+// The line that closes the graph file's header, under the base text.
+inline constexpr std::string_view kUndirectedGraphTail =
+    "# (mutual links and self-links were removed)";
+inline constexpr std::string_view kDirectedGraphTail = "# (self-links were removed)";
+
 // The files of one k, flag in front as Flag_file puts it.
 inline constexpr std::string_view kCommunities = "communities";
 inline constexpr std::string_view kCommunityLinks = "communities_links";
@@ -44,15 +77,15 @@ inline std::string Community_graph_file(std::string_view flag) {
 
 // The first line of a file of one k: `before`, the flag and a blank (nothing in a plain run),
 // `after`, then "k=" and k.
-struct K_title {
+struct KTitle {
   std::string_view before;
   std::string_view after;
 };
-inline constexpr K_title kCommunitiesTitle{"# The ", "communities at "};
-inline constexpr K_title kCommunityLinksTitle{"# The links inside the ", "communities at "};
+inline constexpr KTitle kCommunitiesTitle{"# The ", "communities at "};
+inline constexpr KTitle kCommunityLinksTitle{"# The links inside the ", "communities at "};
 // With the plain run's empty flag this reads "# The graph of at k=...", as it always has.
-inline constexpr K_title kCommunityGraphTitle{"# The graph of ", "at "};
-inline std::string Title_line(const K_title& title, std::string_view flag, const std::uint32_t& k) {
+inline constexpr KTitle kCommunityGraphTitle{"# The graph of ", "at "};
+inline std::string Title_line(const KTitle& title, std::string_view flag, const std::uint32_t& k) {
   return std::string(title.before) + (flag.empty() ? "" : std::string(flag) + " ") +
          std::string(title.after) + "k=" + std::to_string(k);
 }
@@ -70,11 +103,11 @@ inline bool Is_approximate(const std::uint64_t& position, const std::uint64_t& n
 }
 
 // The four distributions of one k: file stem and the opening words of its first line.
-struct Distribution_kind {
+struct DistributionKind {
   std::string_view stem;
   std::string_view title;
 };
-inline constexpr std::array<Distribution_kind, 4> kDistributions{{
+inline constexpr std::array<DistributionKind, 4> kDistributions{{
     {"membership_distribution", "# The node membership distr. in the "},
     {"size_distribution", "# The size distr. of the "},
     {"overlap_distribution", "# The overlap size distr. of the "},

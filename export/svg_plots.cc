@@ -20,7 +20,7 @@ constexpr double kHeaderHeight = 86;
 constexpr double kRowHeading = 30;
 constexpr double kPageWidth = 2 * kMargin + 4 * kPanelWidth;
 
-struct DistributionKind {
+struct DistributionPlot {
   const char* stem;
   const char* title;
   const char* x_label;
@@ -32,7 +32,7 @@ struct DistributionKind {
   const char* colour;
 };
 
-constexpr std::array<DistributionKind, 4> kKinds{{
+constexpr std::array<DistributionPlot, 4> kKinds{{
     {"size_distribution", "Community size", "size (nodes)", "communities", "size 0", "community",
      "communities", "no communities", "#1f77b4"},
     {"degree_distribution", "Community degree", "degree (overlapping communities)", "communities",
@@ -66,7 +66,7 @@ struct Ranges {
   std::uint64_t y_max = 1;
 };
 
-Ranges Ranges_of(const RunResults& results, const DistributionKind& kind) {
+Ranges Ranges_of(const RunResults& results, const DistributionPlot& kind) {
   Ranges ranges;
   for (const KResults& at_k : results.per_k) {
     const DistributionTable* table = Table_of(at_k, kind.stem);
@@ -82,7 +82,7 @@ Ranges Ranges_of(const RunResults& results, const DistributionKind& kind) {
   return ranges;
 }
 
-LogLogPanel Distribution_panel(const KResults& at_k, const DistributionKind& kind,
+LogLogPanel Distribution_panel(const KResults& at_k, const DistributionPlot& kind,
                                const Ranges& ranges) {
   LogLogPanel panel;
   panel.title = kind.title;

@@ -51,7 +51,7 @@ void Make_parent_dirs(const std::string& path) {
   }
 }
 
-Dir_lock::Dir_lock(const std::string& dir) {
+DirLock::DirLock(const std::string& dir) {
   fd_ = ::open(dir.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
   if (fd_ < 0) return;
   for (int tries = 0; ::flock(fd_, LOCK_EX | LOCK_NB) != 0; ++tries) {
@@ -64,7 +64,7 @@ Dir_lock::Dir_lock(const std::string& dir) {
   }
 }
 
-Dir_lock::~Dir_lock() {
+DirLock::~DirLock() {
   if (fd_ >= 0) ::close(fd_);
 }
 

@@ -1,4 +1,4 @@
-// Claiming a results directory when several runs may start on it at once. A Dir_lock holds an
+// Claiming a results directory when several runs may start on it at once. A DirLock holds an
 // exclusive lock on a directory, the one above the results directory, while it lives, so that one
 // run checks, prepares and claims the results directory before the next one looks at it; where no
 // lock can be had (an unreadable directory, a file system without locks, a lock held for seconds)
@@ -17,12 +17,12 @@ std::string Parent_dir(const std::string& path);
 // another process makes at the same time is no failure.
 void Make_parent_dirs(const std::string& path);
 
-class Dir_lock {
+class DirLock {
  public:
-  explicit Dir_lock(const std::string& dir);
-  ~Dir_lock();
-  Dir_lock(const Dir_lock&) = delete;
-  Dir_lock& operator=(const Dir_lock&) = delete;
+  explicit DirLock(const std::string& dir);
+  ~DirLock();
+  DirLock(const DirLock&) = delete;
+  DirLock& operator=(const DirLock&) = delete;
 
  private:
   int fd_ = -1;

@@ -14,42 +14,42 @@ constexpr std::size_t kBufferSize = 1 << 20;
 }
 
 // errno is cleared first so that a failure without a reason of its own is not given a stale one.
-Errno_filebuf::int_type Errno_filebuf::overflow(int_type c) {
+ErrnoFilebuf::int_type ErrnoFilebuf::overflow(int_type c) {
   errno = 0;
   const int_type result = std::filebuf::overflow(c);
   if (traits_type::eq_int_type(result, traits_type::eof())) Note_error();
   return result;
 }
 
-std::streamsize Errno_filebuf::xsputn(const char_type* text, std::streamsize count) {
+std::streamsize ErrnoFilebuf::xsputn(const char_type* text, std::streamsize count) {
   errno = 0;
   const std::streamsize written = std::filebuf::xsputn(text, count);
   if (written < count) Note_error();
   return written;
 }
 
-int Errno_filebuf::sync() {
+int ErrnoFilebuf::sync() {
   errno = 0;
   const int result = std::filebuf::sync();
   if (result != 0) Note_error();
   return result;
 }
 
-void Errno_filebuf::Note_error() {
+void ErrnoFilebuf::Note_error() {
   if (error_ == 0) error_ = errno;
 }
 
-Result_file::Result_file(const std::string& directory, const std::string& name)
+ResultFile::ResultFile(const std::string& directory, const std::string& name)
     : path_(directory + "/" + name) {
   Dir_prepare(directory, "keep");
   Open();
 }
 
-Result_file::Result_file(const std::string& path) : path_(path) {
+ResultFile::ResultFile(const std::string& path) : path_(path) {
   Open();
 }
 
-void Result_file::Open() {
+void ResultFile::Open() {
   if (OutputJournal* const journal = OutputJournal::Current()) journal->File(path_);
   buffer_ = std::make_unique<char[]>(kBufferSize);
   file_.pubsetbuf(buffer_.get(), kBufferSize);
@@ -57,13 +57,13 @@ void Result_file::Open() {
   staged_.reserve(kStageLimit + 4096);
 }
 
-void Result_file::Hand_over() {
+void ResultFile::Hand_over() {
   if (opened_ && !staged_.empty())
     out_.write(staged_.data(), static_cast<std::streamsize>(staged_.size()));
   staged_.clear();
 }
 
-void Result_file::Close() {
+void ResultFile::Close() {
   if (closed_) return;
   closed_ = true;
   if (!opened_) return;
@@ -78,7 +78,7 @@ void Result_file::Close() {
   }
 }
 
-Result_file::~Result_file() {
+ResultFile::~ResultFile() {
   // Close() reports write errors; a destructor must not throw, so an unclosed file (the stack
   // is already unwinding from another error) is closed quietly.
   if (!closed_ && opened_) file_.close();

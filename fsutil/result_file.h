@@ -19,7 +19,7 @@
 namespace kcp {
 
 // A file buffer that keeps the errno of its first failed write, which later calls would lose.
-class Errno_filebuf : public std::filebuf {
+class ErrnoFilebuf : public std::filebuf {
  public:
   int First_error() const { return error_; }
 
@@ -33,15 +33,15 @@ class Errno_filebuf : public std::filebuf {
   int error_ = 0;
 };
 
-class Result_file {
+class ResultFile {
  public:
   // Prepares `directory` ("keep") and opens directory + "/" + name.
-  Result_file(const std::string& directory, const std::string& name);
+  ResultFile(const std::string& directory, const std::string& name);
   // Opens `path` as it is, without preparing a directory.
-  explicit Result_file(const std::string& path);
-  Result_file(const Result_file&) = delete;
-  Result_file& operator=(const Result_file&) = delete;
-  ~Result_file();
+  explicit ResultFile(const std::string& path);
+  ResultFile(const ResultFile&) = delete;
+  ResultFile& operator=(const ResultFile&) = delete;
+  ~ResultFile();
 
   // The stream behind the file, for what the appenders below do not format; what they staged
   // is handed to it first, so the two may be mixed.
@@ -51,19 +51,19 @@ class Result_file {
   }
   // Text and integers are formatted into a staging buffer that reaches the stream in large
   // blocks; anything else goes through the stream's own formatting.
-  Result_file& operator<<(std::string_view text) {
+  ResultFile& operator<<(std::string_view text) {
     staged_.append(text);
     if (staged_.size() >= kStageLimit) Hand_over();
     return *this;
   }
-  Result_file& operator<<(const char* text) { return *this << std::string_view(text); }
-  Result_file& operator<<(const std::string& text) { return *this << std::string_view(text); }
-  Result_file& operator<<(char c) {
+  ResultFile& operator<<(const char* text) { return *this << std::string_view(text); }
+  ResultFile& operator<<(const std::string& text) { return *this << std::string_view(text); }
+  ResultFile& operator<<(char c) {
     staged_.push_back(c);
     return *this;
   }
   template <typename T>
-  Result_file& operator<<(const T& value) {
+  ResultFile& operator<<(const T& value) {
     if constexpr (std::is_integral_v<T> && !std::is_same_v<T, bool>) {
       char digits[24];
       const auto end = std::to_chars(digits, digits + sizeof digits, value).ptr;
@@ -84,7 +84,7 @@ class Result_file {
   std::string staged_;
   std::string path_;
   std::unique_ptr<char[]> buffer_;
-  Errno_filebuf file_;
+  ErrnoFilebuf file_;
   std::ostream out_{&file_};
   bool opened_ = false;
   bool closed_ = false;

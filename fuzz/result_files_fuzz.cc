@@ -58,7 +58,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::uint8_t mode = data[0] % 9;
   const std::string_view bytes(reinterpret_cast<const char*>(data) + 1, size - 1);
   try {
-    Node_numbering numbering;
+    NodeNumbering numbering;
     if (mode >= 7) {
       Read_directory(bytes, mode == 8);
       return 0;

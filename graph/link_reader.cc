@@ -59,9 +59,9 @@ bool Plain_decimal(std::string_view token, double& weight) {
 // The lines of a stream as std::getline gives them ('\n' ends a line, a last line needs none),
 // read in large blocks. A line longer than kLongestLine is refused: no link file holds one, and
 // an endless input without line ends (/dev/zero) would otherwise fill the memory.
-class Line_source {
+class LineSource {
  public:
-  Line_source(std::istream& in, const std::string& file)
+  LineSource(std::istream& in, const std::string& file)
       : in_(in), file_(file), block_(std::make_unique_for_overwrite<char[]>(kReadBufferSize)) {}
 
   // The next line, valid until the next call; false at the end of the input.
@@ -169,7 +169,7 @@ struct Thresholds {
 void Read_lines(std::istream& in, const std::string& file, const Thresholds* thresholds,
                 LinkLines& kept) {
   const bool weighted = thresholds != nullptr;
-  Line_source lines(in, file);
+  LineSource lines(in, file);
   Refuse_compressed(lines.Start(), file);
   std::string_view line;
   while (lines.Next(line)) {

@@ -8,9 +8,9 @@
 
 namespace kcp {
 
-CliqueFile Read_clique_file(const std::string& path, Node_numbering& numbering,
+CliqueFile Read_clique_file(const std::string& path, NodeNumbering& numbering,
                             CutFiles* cut_files) {
-  Line_tokeniser t(path, cut_files);
+  LineTokeniser t(path, cut_files);
   CliqueFile file;
   const std::string expected = "\"# The [directed ]cliques from <input file>\" as the first line";
   First_header_line(t, expected);
@@ -25,7 +25,7 @@ CliqueFile Read_clique_file(const std::string& path, Node_numbering& numbering,
   file.alap_szoveg = Take_alap_szoveg(
       t, rest, 1, std::string(layout::kApproximateCliquesNote) + "\n", negative_line);
 
-  Position_sequence positions("clique", true);
+  PositionSequence positions("clique", true);
   while (t.Next_record()) {
     const auto& tokens = t.Tokens();
     positions.Next(t, tokens[0]);

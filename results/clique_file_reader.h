@@ -4,7 +4,7 @@
 // when no clique is exact), announced by the header line "# Negative indices indicate
 // approximate cliques.". Members are taken through `numbering`: a name it does not know and
 // cannot add fails. Throws Xerror_msg naming the file and line on a bad file; given cut_files,
-// a file cut inside its last line is read without that line (see Line_tokeniser).
+// a file cut inside its last line is read without that line (see LineTokeniser).
 #pragma once
 
 #include <cstdint>
@@ -26,7 +26,7 @@ struct CliqueFile {
   std::uint32_t n_exact = 0;
 };
 
-CliqueFile Read_clique_file(const std::string& path, Node_numbering& numbering,
+CliqueFile Read_clique_file(const std::string& path, NodeNumbering& numbering,
                             CutFiles* cut_files = nullptr);
 
 }  // namespace kcp

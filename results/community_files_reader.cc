@@ -10,9 +10,9 @@
 
 namespace kcp {
 
-CommunitiesFile Read_communities_file(const std::string& path, Node_numbering& numbering,
+CommunitiesFile Read_communities_file(const std::string& path, NodeNumbering& numbering,
                                       CutFiles* cut_files) {
-  Line_tokeniser t(path, cut_files);
+  LineTokeniser t(path, cut_files);
   CommunitiesFile file;
   Parse_k_title(t, layout::kCommunitiesTitle.before, layout::kCommunitiesTitle.after, file.flag,
                 file.k);
@@ -20,7 +20,7 @@ CommunitiesFile Read_communities_file(const std::string& path, Node_numbering& n
   file.alap_szoveg = Take_k_file_alap_szoveg(
       t, std::string(layout::kApproximateCommunitiesNote) + "\n", negative_line);
 
-  Position_sequence positions("community", true);
+  PositionSequence positions("community", true);
   while (t.Next_record()) {
     const auto& tokens = t.Tokens();
     positions.Next(t, tokens[0]);
@@ -41,16 +41,16 @@ CommunitiesFile Read_communities_file(const std::string& path, Node_numbering& n
   return file;
 }
 
-CommunityLinksFile Read_community_links_file(const std::string& path, Node_numbering& numbering,
+CommunityLinksFile Read_community_links_file(const std::string& path, NodeNumbering& numbering,
                                              CutFiles* cut_files) {
-  Line_tokeniser t(path, cut_files);
+  LineTokeniser t(path, cut_files);
   CommunityLinksFile file;
   Parse_k_title(t, layout::kCommunityLinksTitle.before, layout::kCommunityLinksTitle.after,
                 file.flag, file.k);
   bool unused = false;
   file.alap_szoveg = Take_k_file_alap_szoveg(t, "", unused);
 
-  Position_sequence positions("community", true);
+  PositionSequence positions("community", true);
   while (t.Next_record()) {
     const auto& tokens = t.Tokens();
     if (tokens.size() == 1) {
@@ -85,7 +85,7 @@ IndexLinkMap Written_link_map(const CommunityLinksFile& file) {
 }
 
 CommunityCliquesFile Read_community_cliques_file(const std::string& path, CutFiles* cut_files) {
-  Line_tokeniser t(path, cut_files);
+  LineTokeniser t(path, cut_files);
   CommunityCliquesFile file;
   const std::string expected =
       "\"# The contained [flag ]cliques in the [flag ]communities at k=<k>\" as the first line";
@@ -102,7 +102,7 @@ CommunityCliquesFile Read_community_cliques_file(const std::string& path, CutFil
   bool unused = false;
   file.alap_szoveg = Take_k_file_alap_szoveg(t, "", unused);
 
-  Position_sequence positions("community", true);
+  PositionSequence positions("community", true);
   // In approximate communities every unmarked clique lies below every marked one.
   bool any_plain = false;
   std::uint32_t largest_plain = 0;

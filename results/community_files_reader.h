@@ -4,7 +4,7 @@
 // ones as "-p" (the first of them "-0" when none is exact). Each reader returns what the run's
 // writer takes; names go through `numbering`, and a name a locked numbering does not know
 // fails. Throws Xerror_msg naming the file and line on a bad file; given cut_files, a file cut
-// inside its last line is read without that line (see Line_tokeniser).
+// inside its last line is read without that line (see LineTokeniser).
 #pragma once
 
 #include <cstdint>
@@ -51,9 +51,9 @@ struct CommunityCliquesFile {
   std::uint32_t n_exact = 0;
 };
 
-CommunitiesFile Read_communities_file(const std::string& path, Node_numbering& numbering,
+CommunitiesFile Read_communities_file(const std::string& path, NodeNumbering& numbering,
                                       CutFiles* cut_files = nullptr);
-CommunityLinksFile Read_community_links_file(const std::string& path, Node_numbering& numbering,
+CommunityLinksFile Read_community_links_file(const std::string& path, NodeNumbering& numbering,
                                              CutFiles* cut_files = nullptr);
 // The IndexLinkMap under which Kiir_com_links_VN writes every link of `file` as the file does.
 IndexLinkMap Written_link_map(const CommunityLinksFile& file);

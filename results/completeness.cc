@@ -33,7 +33,7 @@ void Check_distributions(const fs::path& k_dir, const std::string& label,
                          const std::string& flavour, std::vector<std::string>& missing) {
   std::vector<std::string> plain;
   std::vector<std::string> split;
-  for (const layout::Distribution_kind& kind : layout::kDistributions) {
+  for (const layout::DistributionKind& kind : layout::kDistributions) {
     for (const std::string_view suffix : layout::kDistributionSuffixes) {
       (suffix.empty() ? plain : split)
           .push_back(layout::Flag_file(flavour, std::string(kind.stem) + std::string(suffix)));
@@ -57,10 +57,9 @@ void Check_distributions(const fs::path& k_dir, const std::string& label,
 
 std::vector<std::uint32_t> Extracted_ks(const std::string& alap_szoveg,
                                         const std::optional<std::uint32_t>& largest_clique) {
-  static const std::string kFixed = "# The communities were extracted solely at k=";
-  const std::size_t at = alap_szoveg.find(kFixed);
+  const std::size_t at = alap_szoveg.find(layout::kFixedKLine);
   if (at != std::string::npos) {
-    const std::size_t from = at + kFixed.size();
+    const std::size_t from = at + layout::kFixedKLine.size();
     const std::size_t to = alap_szoveg.find('\n', from);
     std::uint32_t k = 0;
     if (Parse_unsigned(std::string_view(alap_szoveg).substr(from, to - from), k)) return {k};

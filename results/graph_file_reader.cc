@@ -2,6 +2,7 @@
 
 #include <charconv>
 
+#include "core/result_layout.h"
 #include "results/header_text.h"
 #include "results/line_tokeniser.h"
 
@@ -9,19 +10,17 @@ namespace kcp {
 
 namespace {
 
-const std::string_view kUndirectedTail = "# (mutual links and self-links were removed)\n";
-const std::string_view kDirectedTail = "# (self-links were removed)\n";
+const std::string kUndirectedTail = std::string(layout::kUndirectedGraphTail) + "\n";
+const std::string kDirectedTail = std::string(layout::kDirectedGraphTail) + "\n";
 
 // The run read the weight column whenever -w, -W or -I was given; each leaves its own line.
 bool Description_is_weighted(std::string_view alap_szoveg) {
-  return alap_szoveg.find("\n# at a lower link weight threshold of ") != std::string_view::npos ||
-         alap_szoveg.find("\n# and at an upper link weight threshold of ") !=
-             std::string_view::npos ||
-         alap_szoveg.find("\n# A lower link weight intensity threshold of ") !=
-             std::string_view::npos;
+  return layout::Has_line(alap_szoveg, layout::kLowerThresholdLine) ||
+         layout::Has_line(alap_szoveg, layout::kUpperThresholdLine) ||
+         layout::Has_line(alap_szoveg, layout::kIntensityLine);
 }
 
-void Read_header(const Line_tokeniser& t, GraphFile& graph) {
+void Read_header(const LineTokeniser& t, GraphFile& graph) {
   const std::string expected_first = "\"# The links from <input file>\" as the first line";
   First_header_line(t, expected_first);
   const std::string text = t.Header_text();
@@ -37,8 +36,8 @@ void Read_header(const Line_tokeniser& t, GraphFile& graph) {
     graph.directed = true;
   } else if (!body.ends_with(kUndirectedTail)) {
     t.Fail_at(t.Header_lines().size() - 1,
-              "expected \"# (self-links were removed)\" or \"# (mutual links and self-links were "
-              "removed)\" as the last header line");
+              "expected \"" + std::string(layout::kDirectedGraphTail) + "\" or \"" +
+                  std::string(layout::kUndirectedGraphTail) + "\" as the last header line");
   }
   bool found = false;
   graph.alap_szoveg =
@@ -48,8 +47,8 @@ void Read_header(const Line_tokeniser& t, GraphFile& graph) {
 
 }  // namespace
 
-GraphFile Read_graph_file(const std::string& path, Node_numbering& numbering, CutFiles* cut_files) {
-  Line_tokeniser t(path, cut_files);
+GraphFile Read_graph_file(const std::string& path, NodeNumbering& numbering, CutFiles* cut_files) {
+  LineTokeniser t(path, cut_files);
   GraphFile graph;
   Read_header(t, graph);
   const std::size_t fields = graph.weighted ? 3 : 2;

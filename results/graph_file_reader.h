@@ -4,7 +4,7 @@
 // intensity threshold in the run description). Node names enter `numbering` in order of first
 // appearance, which gives every node the index the run gave it. Throws Xerror_msg naming the file
 // and line on anything Kiir_graph could not have written; given cut_files, a file cut inside its
-// last line is read without that line (see Line_tokeniser).
+// last line is read without that line (see LineTokeniser).
 #pragma once
 
 #include <string>
@@ -27,7 +27,7 @@ struct GraphFile {
   LinkMap link_map;
 };
 
-GraphFile Read_graph_file(const std::string& path, Node_numbering& numbering,
+GraphFile Read_graph_file(const std::string& path, NodeNumbering& numbering,
                           CutFiles* cut_files = nullptr);
 
 }  // namespace kcp

@@ -39,12 +39,12 @@ bool Take_k(std::string_view& text, std::uint32_t& k) {
   return true;
 }
 
-std::string_view First_header_line(const Line_tokeniser& t, const std::string& what) {
+std::string_view First_header_line(const LineTokeniser& t, const std::string& what) {
   if (t.Header_lines().empty()) t.Fail_at(1, "expected " + what + " (no header line found)");
   return t.Header_lines().front();
 }
 
-std::string Take_alap_szoveg(const Line_tokeniser& t, std::string_view rest,
+std::string Take_alap_szoveg(const LineTokeniser& t, std::string_view rest,
                              const std::uint64_t& first_line, std::string_view extra,
                              bool& extra_found) {
   const std::uint64_t end_line = t.Header_lines().size() + 1;
@@ -66,7 +66,7 @@ std::string Take_alap_szoveg(const Line_tokeniser& t, std::string_view rest,
   return std::string(rest);
 }
 
-std::string Take_k_file_alap_szoveg(const Line_tokeniser& t, std::string_view extra,
+std::string Take_k_file_alap_szoveg(const LineTokeniser& t, std::string_view extra,
                                     bool& extra_found) {
   const std::string text = t.Header_text();
   std::string_view rest(text);
@@ -77,7 +77,7 @@ std::string Take_k_file_alap_szoveg(const Line_tokeniser& t, std::string_view ex
   return Take_alap_szoveg(t, rest, 2, extra, extra_found);
 }
 
-void Parse_k_title(const Line_tokeniser& t, std::string_view before, std::string_view after,
+void Parse_k_title(const LineTokeniser& t, std::string_view before, std::string_view after,
                    std::string& flag, std::uint32_t& k) {
   const std::string expected =
       "\"" + std::string(before) + "[flag ]" + std::string(after) + "k=<k>\" as the first line";

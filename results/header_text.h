@@ -20,23 +20,23 @@ void Take_flag_word(std::string_view& text, std::string& flag);
 bool Take_k(std::string_view& text, std::uint32_t& k);
 
 // The first header line; fails with "expected <what>" when the file has no header.
-std::string_view First_header_line(const Line_tokeniser& t, const std::string& what);
+std::string_view First_header_line(const LineTokeniser& t, const std::string& what);
 
 // `rest` is the header text (Header_text) after the words the writer puts before the
 // description, which begins on header line `first_line`: alap_szoveg, then optionally the line
 // `extra`, then the line end of the closing empty or "." line. Returns alap_szoveg and sets
 // extra_found. Fails when the header is not closed or the description lacks " from ".
-std::string Take_alap_szoveg(const Line_tokeniser& t, std::string_view rest,
+std::string Take_alap_szoveg(const LineTokeniser& t, std::string_view rest,
                              const std::uint64_t& first_line, std::string_view extra,
                              bool& extra_found);
 
 // The same for the files of one k, whose description stands behind a "#" on line 2.
-std::string Take_k_file_alap_szoveg(const Line_tokeniser& t, std::string_view extra,
+std::string Take_k_file_alap_szoveg(const LineTokeniser& t, std::string_view extra,
                                     bool& extra_found);
 
 // Checks the first line "<before>[flag ]<after>k=<k>" of a file of one k; fails with
 // "expected \"<before>[flag ]<after>k=<k>\"" otherwise.
-void Parse_k_title(const Line_tokeniser& t, std::string_view before, std::string_view after,
+void Parse_k_title(const LineTokeniser& t, std::string_view before, std::string_view after,
                    std::string& flag, std::uint32_t& k);
 
 }  // namespace kcp

@@ -7,9 +7,9 @@
 
 namespace kcp {
 
-KCliquesFile Read_k_cliques_file(const std::string& path, Node_numbering& numbering,
+KCliquesFile Read_k_cliques_file(const std::string& path, NodeNumbering& numbering,
                                  CutFiles* cut_files) {
-  Line_tokeniser t(path, cut_files);
+  LineTokeniser t(path, cut_files);
   KCliquesFile file;
   const std::string expected = "\"# The k-cliques at k=<k> from <input file>\" as the first line";
   First_header_line(t, expected);
@@ -21,7 +21,7 @@ KCliquesFile Read_k_cliques_file(const std::string& path, Node_numbering& number
   bool unused = false;
   file.alap_szoveg = Take_alap_szoveg(t, rest, 1, "", unused);
 
-  Position_sequence positions("k-clique", false);
+  PositionSequence positions("k-clique", false);
   while (t.Next_record()) {
     const auto& tokens = t.Tokens();
     positions.Next(t, tokens[0]);

@@ -3,7 +3,7 @@
 // node indices, each "n: " and its member names. With a locked numbering (that of the graph
 // file) that order is checked; a k-clique listed twice fails in any case. Throws Xerror_msg
 // naming the file and line on a bad file; given cut_files, a file cut inside its last line is
-// read without that line (see Line_tokeniser).
+// read without that line (see LineTokeniser).
 #pragma once
 
 #include <cstdint>
@@ -22,7 +22,7 @@ struct KCliquesFile {
   KCliqueSet k_cliques;
 };
 
-KCliquesFile Read_k_cliques_file(const std::string& path, Node_numbering& numbering,
+KCliquesFile Read_k_cliques_file(const std::string& path, NodeNumbering& numbering,
                                  CutFiles* cut_files = nullptr);
 
 }  // namespace kcp

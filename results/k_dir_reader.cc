@@ -166,7 +166,7 @@ void Read_community_graph(const std::string& path, const std::uint32_t& k, const
 void Read_distributions(const std::string& k_dir, const std::uint32_t& k, const RunContext& run,
                         KResults& result) {
   for (const std::string_view suffix : layout::kDistributionSuffixes) {
-    for (const layout::Distribution_kind& kind : layout::kDistributions) {
+    for (const layout::DistributionKind& kind : layout::kDistributions) {
       const std::string key = std::string(kind.stem) + std::string(suffix);
       const std::string path = k_dir + "/" + layout::Flag_file(run.flavour, key);
       if (!Present(path, run)) continue;

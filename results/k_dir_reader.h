@@ -20,7 +20,7 @@ struct RunContext {
   std::string flavour;
   std::string alap_szoveg;
   // Locked to the nodes of the graph file.
-  Node_numbering* numbering = nullptr;
+  NodeNumbering* numbering = nullptr;
   // Null when the run left no clique file.
   const CliqueFile* cliques = nullptr;
   // An empty optional file is taken as absent (reading what an interrupted run left).

@@ -29,7 +29,7 @@ void Fail_in_file(const std::string& path, const std::uint64_t& line, const std:
   throw Xerror_msg(text + ": " + message);
 }
 
-Line_tokeniser::Line_tokeniser(const std::string& path, CutFiles* cut_files)
+LineTokeniser::LineTokeniser(const std::string& path, CutFiles* cut_files)
     : path_(path), cut_files_(cut_files) {
   for (const char c : kSeparators) separator_[static_cast<unsigned char>(c)] = true;
   fd_ = ::open(path_.c_str(), O_RDONLY | O_CLOEXEC);
@@ -56,11 +56,11 @@ Line_tokeniser::Line_tokeniser(const std::string& path, CutFiles* cut_files)
   }
 }
 
-Line_tokeniser::~Line_tokeniser() {
+LineTokeniser::~LineTokeniser() {
   if (fd_ >= 0) ::close(fd_);
 }
 
-std::string Line_tokeniser::Header_text() const {
+std::string LineTokeniser::Header_text() const {
   std::string text;
   for (const std::string& line : header_) {
     text += line;
@@ -69,12 +69,12 @@ std::string Line_tokeniser::Header_text() const {
   return text;
 }
 
-bool Line_tokeniser::Is_dot_line(std::string_view line) const {
+bool LineTokeniser::Is_dot_line(std::string_view line) const {
   return !header_.empty() && !line.empty() && line[0] == '.' &&
          (line.size() == 1 || line[1] == kComment);
 }
 
-void Line_tokeniser::Read_header() {
+void LineTokeniser::Read_header() {
   std::string_view line;
   while (Read_line(line)) {
     if (!line.empty() && line[0] == kComment) {
@@ -98,7 +98,7 @@ void Line_tokeniser::Read_header() {
   }
 }
 
-bool Line_tokeniser::Read_line(std::string_view& line) {
+bool LineTokeniser::Read_line(std::string_view& line) {
   for (;;) {
     const char* start = buffer_.get() + begin_;
     const void* newline = std::memchr(start, '\n', end_ - begin_);
@@ -145,7 +145,7 @@ bool Line_tokeniser::Read_line(std::string_view& line) {
   }
 }
 
-void Line_tokeniser::Split(std::string_view line) {
+void LineTokeniser::Split(std::string_view line) {
   tokens_.clear();
   std::size_t i = 0;
   const std::size_t n = line.size();
@@ -157,7 +157,7 @@ void Line_tokeniser::Split(std::string_view line) {
   }
 }
 
-bool Line_tokeniser::Next_record() {
+bool LineTokeniser::Next_record() {
   for (;;) {
     if (pending_) {
       pending_ = false;
@@ -176,11 +176,11 @@ bool Line_tokeniser::Next_record() {
   }
 }
 
-void Line_tokeniser::Fail(const std::string& message) const {
+void LineTokeniser::Fail(const std::string& message) const {
   Fail_in_file(path_, line_number_, message);
 }
 
-void Line_tokeniser::Fail_at(const std::uint64_t& line, const std::string& message) const {
+void LineTokeniser::Fail_at(const std::uint64_t& line, const std::string& message) const {
   Fail_in_file(path_, line, message);
 }
 

@@ -26,13 +26,13 @@ using CutFiles = std::vector<std::string>;
 [[noreturn]] void Fail_in_file(const std::string& path, const std::uint64_t& line,
                                const std::string& message);
 
-class Line_tokeniser {
+class LineTokeniser {
  public:
   // With cut_files, a last line without its line end is left out and the path noted there.
-  explicit Line_tokeniser(const std::string& path, CutFiles* cut_files = nullptr);
-  ~Line_tokeniser();
-  Line_tokeniser(const Line_tokeniser&) = delete;
-  Line_tokeniser& operator=(const Line_tokeniser&) = delete;
+  explicit LineTokeniser(const std::string& path, CutFiles* cut_files = nullptr);
+  ~LineTokeniser();
+  LineTokeniser(const LineTokeniser&) = delete;
+  LineTokeniser& operator=(const LineTokeniser&) = delete;
 
   const std::string& Path() const { return path_; }
   // The header lines without their line ends; header line i is line i + 1 of the file. An empty

@@ -12,7 +12,7 @@ std::uint32_t Hash_of(std::string_view name) {
 
 }  // namespace
 
-NodeIndex Node_numbering::Index(std::string_view name) {
+NodeIndex NodeNumbering::Index(std::string_view name) {
   // Link lines come sorted by their first node, so the name asked last is often asked again.
   if (last_ != 0 && names_[last_] == name) return last_;
   const std::uint32_t hash = Hash_of(name);
@@ -32,7 +32,7 @@ NodeIndex Node_numbering::Index(std::string_view name) {
   return last_ = index;
 }
 
-void Node_numbering::Grow() {
+void NodeNumbering::Grow() {
   std::vector<Slot> old(slots_.size() * 2);
   old.swap(slots_);
   const std::size_t mask = slots_.size() - 1;
@@ -44,7 +44,7 @@ void Node_numbering::Grow() {
   }
 }
 
-NameMap Node_numbering::Name_map() const {
+NameMap NodeNumbering::Name_map() const {
   NameMap map;
   for (std::size_t i = 1; i < names_.size(); ++i) {
     map.emplace_hint(map.end(), static_cast<NodeIndex>(i), names_[i]);

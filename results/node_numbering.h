@@ -14,7 +14,7 @@
 
 namespace kcp {
 
-class Node_numbering {
+class NodeNumbering {
  public:
   // The index of `name`; a new name is added unless locked, when 0 is returned instead.
   NodeIndex Index(std::string_view name);

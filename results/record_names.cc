@@ -4,7 +4,7 @@
 
 namespace kcp {
 
-NodeIndex Node_of(const Line_tokeniser& t, Node_numbering& numbering, std::string_view name) {
+NodeIndex Node_of(const LineTokeniser& t, NodeNumbering& numbering, std::string_view name) {
   const NodeIndex index = numbering.Index(name);
   if (index == 0) {
     t.Fail("the node \"" + std::string(name) + "\" does not occur in the graph file");

@@ -10,6 +10,6 @@
 namespace kcp {
 
 // The index of `name`; fails through t when a locked numbering does not know it.
-NodeIndex Node_of(const Line_tokeniser& t, Node_numbering& numbering, std::string_view name);
+NodeIndex Node_of(const LineTokeniser& t, NodeNumbering& numbering, std::string_view name);
 
 }  // namespace kcp

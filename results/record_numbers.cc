@@ -22,7 +22,7 @@ bool Parse_position(std::string_view token, std::uint32_t& value, bool& negative
   return Parse_unsigned(token, value);
 }
 
-std::uint32_t Unsigned_field(const Line_tokeniser& t, std::string_view token,
+std::uint32_t Unsigned_field(const LineTokeniser& t, std::string_view token,
                              const std::string& what) {
   std::uint32_t value = 0;
   if (Parse_unsigned(token, value)) return value;
@@ -33,7 +33,7 @@ std::uint32_t Unsigned_field(const Line_tokeniser& t, std::string_view token,
   t.Fail("expected " + what + ", found \"" + std::string(token) + "\"");
 }
 
-void Position_sequence::Next(const Line_tokeniser& t, std::string_view token) {
+void PositionSequence::Next(const LineTokeniser& t, std::string_view token) {
   const std::string expected = "expected a " + what_ + " number followed by \":\"";
   std::uint32_t position = 0;
   bool negative = false;

@@ -1,7 +1,7 @@
 // The numbers of record lines. The writers print unsigned decimals without sign, blanks or
 // leading zeros, and put "-" before the position of an approximate clique or community; only that
 // form is accepted, so that a file read back and written again gives the same bytes.
-// Position_sequence checks the record heads "p:" of a file numbered by position: 0, 1, ... for
+// PositionSequence checks the record heads "p:" of a file numbered by position: 0, 1, ... for
 // the exact entries, then "-p:" for the approximate ones (the first of which may be "-0").
 #pragma once
 
@@ -18,18 +18,18 @@ bool Parse_unsigned(std::string_view token, std::uint32_t& value);
 bool Parse_position(std::string_view token, std::uint32_t& value, bool& negative);
 // An unsigned number, failing through t with "expected <what>" or, for "-n", with a sentence
 // that a negative number is not allowed there.
-std::uint32_t Unsigned_field(const Line_tokeniser& t, std::string_view token,
+std::uint32_t Unsigned_field(const LineTokeniser& t, std::string_view token,
                              const std::string& what);
 
-class Position_sequence {
+class PositionSequence {
  public:
   // what: "community", "clique", "k-clique"; negatives_allowed: whether approximate entries can
   // occur in the file.
-  Position_sequence(std::string what, bool negatives_allowed)
+  PositionSequence(std::string what, bool negatives_allowed)
       : what_(std::move(what)), negatives_allowed_(negatives_allowed) {}
 
   // Takes the head token "p:" or "-p:" of the next record.
-  void Next(const Line_tokeniser& t, std::string_view token);
+  void Next(const LineTokeniser& t, std::string_view token);
   bool Approximate() const { return approximate_; }
   // Records seen so far, and how many of them are exact.
   std::uint32_t Count() const { return count_; }

@@ -13,12 +13,12 @@ namespace kcp {
 namespace {
 
 // "<prefix><suffix>[.][flag ] communities at k=<k>"; the "." follows only the bare suffix "appr".
-void Parse_distribution_title(const Line_tokeniser& t, DistributionFile& file) {
+void Parse_distribution_title(const LineTokeniser& t, DistributionFile& file) {
   const std::string expected =
       "\"# The <distribution> of the <suffix>[flag ] communities at k=<k>\" as the first line";
   std::string_view line = First_header_line(t, expected);
-  const layout::Distribution_kind* kind = nullptr;
-  for (const layout::Distribution_kind& candidate : layout::kDistributions) {
+  const layout::DistributionKind* kind = nullptr;
+  for (const layout::DistributionKind& candidate : layout::kDistributions) {
     if (Take_prefix(line, candidate.title)) {
       kind = &candidate;
       break;
@@ -46,7 +46,7 @@ void Parse_distribution_title(const Line_tokeniser& t, DistributionFile& file) {
 }  // namespace
 
 CommunityGraphFile Read_community_graph_file(const std::string& path, CutFiles* cut_files) {
-  Line_tokeniser t(path, cut_files);
+  LineTokeniser t(path, cut_files);
   CommunityGraphFile file;
   Parse_k_title(t, layout::kCommunityGraphTitle.before, layout::kCommunityGraphTitle.after,
                 file.flag, file.k);
@@ -102,7 +102,7 @@ CommunityGraphFile Read_community_graph_file(const std::string& path, CutFiles* 
 }
 
 DistributionFile Read_distribution_file(const std::string& path, CutFiles* cut_files) {
-  Line_tokeniser t(path, cut_files);
+  LineTokeniser t(path, cut_files);
   DistributionFile file;
   Parse_distribution_title(t, file);
   bool unused = false;

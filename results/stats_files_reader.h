@@ -4,7 +4,7 @@
 // approximate ones behind "-"; entries and distribution values ascend as the writers put them.
 // Each reader returns what the run's writer takes. Throws Xerror_msg naming the file and line;
 // given cut_files, a file cut inside its last line is read without that line (see
-// Line_tokeniser), and a distribution file so cut lacks its closing empty line too.
+// LineTokeniser), and a distribution file so cut lacks its closing empty line too.
 #pragma once
 
 #include <cstdint>

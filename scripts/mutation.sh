@@ -51,7 +51,7 @@ mutations=(
   'percent|cliques/search_report.cc|part * 100.0L|part * 10.0L'
   'member-tally|cliques/member_index.h|if (tally_[j]++ == 0) touched_.push_back(j);|if (++tally_[j] == 1) touched_.push_back(j); else ++tally_[j];'
   'node-done|cliques/node_cliques.cc|if (working.count(index) == 0) search.processed|if (working.count(index) != 0) search.processed'
-  'triangle-min|cliques/node_cliques.cc|if (X.None() \&\& R.size() >= 2) {|if (X.None() \&\& R.size() >= 3) {'
+  'triangle-min|cliques/node_cliques.cc|if (None(frame.X) \&\& R.size() >= 2) {|if (None(frame.X) \&\& R.size() >= 3) {'
   'tighten-skip|cliques/clique_find.cc|if (!std::binary_search(C.begin(), C.end(), n)) result|if (std::binary_search(C.begin(), C.end(), n)) result'
   'known-equal|cliques/clique_find_time.cc|if (size <= K.size() \&\& std::includes|if (size < K.size() \&\& std::includes'
   'pending-held|cliques/clique_find_time.cc|if (S.size() <= K.size() \&\& std::includes(K.begin(), K.end(), S.begin(), S.end())) {|if (S.size() < K.size() \&\& std::includes(K.begin(), K.end(), S.begin(), S.end())) {'

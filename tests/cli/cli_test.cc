@@ -21,7 +21,7 @@
 namespace kcp {
 namespace {
 
-using testing::Test_dir;
+using testing::TestDir;
 using testing::Write_file;
 
 TEST(Switches, CollectsTheValuesAfterTheLastRepetitionOfEachSwitch) {
@@ -76,7 +76,7 @@ Processed Process(std::vector<std::string> args) {
   for (std::string& arg : args) argv.push_back(arg.data());
   argv.push_back(nullptr);
   Processed p{};  // every flag false
-  testing::Cout_capture out;
+  testing::CoutCapture out;
   try {
     Process_input(static_cast<int>(args.size()), argv.data(), p.out_dir, p.links, p.max_time,
                   p.time_flag, p.directed, p.intensity_flag, p.intensity, p.fixed_k_flag, p.fixed_k,
@@ -125,7 +125,7 @@ TEST(ProcessInput, CollectsTheMessagesOfEveryWrongSwitch) {
 }
 
 TEST(ProcessInput, ReadsTheLinksAsTheSwitchesSay) {
-  Test_dir tmp;
+  TestDir tmp;
   const std::string input = tmp / "net.txt";
   Write_file(input, "a b 0.5\nb c 0.1\nc a 0.9\n");
   Processed p = Process({"-i", input});
@@ -170,7 +170,7 @@ TEST(ResultsDirPath, LengthIsThatOfThePathWithoutWritingIt) {
 }
 
 TEST(ProcessInput, NameBeyondPathMaxFailsAsItsCreationWouldAfterTheLinksAreRead) {
-  Test_dir tmp;
+  TestDir tmp;
   const std::string input = tmp / "a.txt";
   Write_file(input, "a b 0.8\n");
   const Processed p = Process({"-i", input, "-w", "0", "-d", "5000"});
@@ -185,7 +185,7 @@ TEST(ProcessInput, NameBeyondPathMaxFailsAsItsCreationWouldAfterTheLinksAreRead)
 
 // A path that passes is made a directory holding an empty record, which a second run then finds.
 TEST(ParamsRecord, OutDirMayBeMissingEmptyOrAFileAndIsThenTaken) {
-  Test_dir tmp;
+  TestDir tmp;
   const std::string non_empty = "ERROR: the output directory already exists and it is non-empty.\n";
   std::filesystem::create_directories(tmp / "empty");
   Write_file(tmp / "plain", "x");

@@ -7,12 +7,12 @@
 
 namespace kcp::testing {
 
-class Cout_capture {
+class CoutCapture {
  public:
-  Cout_capture() : old_(std::cout.rdbuf(captured_.rdbuf())) {}
-  ~Cout_capture() { std::cout.rdbuf(old_); }
-  Cout_capture(const Cout_capture&) = delete;
-  Cout_capture& operator=(const Cout_capture&) = delete;
+  CoutCapture() : old_(std::cout.rdbuf(captured_.rdbuf())) {}
+  ~CoutCapture() { std::cout.rdbuf(old_); }
+  CoutCapture(const CoutCapture&) = delete;
+  CoutCapture& operator=(const CoutCapture&) = delete;
 
   std::string text() const { return captured_.str(); }
 

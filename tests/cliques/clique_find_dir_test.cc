@@ -23,7 +23,7 @@ CliqueList Search(const IndexLinkMap& links, OverlapMatrix& overlaps) {
   overlaps.rows = {{Overlap{0, 3}}, {Overlap{1, 3}}};
   VtxdMap vertices;
   Dir_vtx_map_from_link_map(vertices, links);
-  testing::Cout_capture quiet;
+  testing::CoutCapture quiet;
   Clique_find_dir(cliques, overlaps, vertices);
   return cliques;
 }
@@ -93,7 +93,7 @@ TEST(CliqueFindDir, LargeTransitiveCliqueRunsWithoutDeepRecursion) {
   CliqueList cliques;
   OverlapMatrix overlaps;
   {
-    testing::Cout_capture quiet;
+    testing::CoutCapture quiet;
     Clique_find_dir(cliques, overlaps, vertices);
   }
   ASSERT_EQ(cliques.size(), 1u);

@@ -27,7 +27,7 @@ TEST(CliqueFind, AgreesWithBruteForceOnRandomGraphs) {
       VtxMap vertices;
       Vtx_map_from_link_map(vertices, links);
       {
-        testing::Cout_capture quiet;
+        testing::CoutCapture quiet;
         Clique_find(cliques, overlaps, vertices);
       }
       const std::set<NodeList> found(cliques.begin(), cliques.end());
@@ -57,7 +57,7 @@ TEST(CliqueFind, LargeCliqueRunsWithoutDeepRecursion) {
   CliqueList cliques;
   OverlapMatrix overlaps;
   {
-    testing::Cout_capture quiet;
+    testing::CoutCapture quiet;
     Clique_find(cliques, overlaps, vertices);
   }
   ASSERT_EQ(cliques.size(), 2u);

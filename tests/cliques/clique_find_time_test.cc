@@ -25,7 +25,7 @@ namespace {
 using namespace Clique_find_time_sub_routines;
 using testing::Block;
 using testing::Lines_starting;
-using testing::Reading_count;
+using testing::ReadingCount;
 
 constexpr bool kDirected = true;
 
@@ -55,25 +55,25 @@ std::set<Link> Arcs(const IndexLinkMap& links) {
   return Arcs(map);
 }
 
-struct Timed_result {
+struct TimedResult {
   CliqueList cliques;
   std::vector<OverlapRow> rows;
   std::set<Link> core;
   std::string printed;
-  friend bool operator==(const Timed_result&, const Timed_result&) = default;
+  friend bool operator==(const TimedResult&, const TimedResult&) = default;
 };
 
 // max_time < 0: the exact search.
 template <bool directed>
-Timed_result Search(const IndexLinkMap& links, const double& max_time, const SearchClock& clock) {
+TimedResult Search(const IndexLinkMap& links, const double& max_time, const SearchClock& clock) {
   Map<directed> vertices;
   Map<directed> core;
   if constexpr (directed) Dir_vtx_map_from_link_map(vertices, links);
   if constexpr (!directed) Vtx_map_from_link_map(vertices, links);
   core[99];  // replaced by the search
-  Timed_result r;
+  TimedResult r;
   OverlapMatrix overlaps;
-  testing::Cout_capture capture;
+  testing::CoutCapture capture;
   if constexpr (directed) {
     if (max_time < 0) Clique_find_dir(r.cliques, overlaps, vertices);
     if (max_time >= 0) Clique_find_dir_time(r.cliques, overlaps, vertices, core, max_time, clock);
@@ -96,10 +96,10 @@ void Expect_monotonic_clock_only_spares_processor_readings() {
     SCOPED_TRACE("seed " + std::to_string(seed));
     const IndexLinkMap links = directed ? testing::Random_directed_links(5 + seed % 8, 0.6, seed)
                                         : testing::Random_undirected_links(6 + seed % 9, 0.7, seed);
-    auto alone = std::make_shared<Reading_count>();
-    const Timed_result every = Search<directed>(links, 0.5, testing::Dice_clock(seed, alone));
+    auto alone = std::make_shared<ReadingCount>();
+    const TimedResult every = Search<directed>(links, 0.5, testing::Dice_clock(seed, alone));
     // A monotonic clock that never rules a check out: the processor clock is read as before.
-    auto guarded = std::make_shared<Reading_count>();
+    auto guarded = std::make_shared<ReadingCount>();
     ASSERT_EQ(Search<directed>(links, 0.5,
                                SearchClock(testing::Dice_clock(seed, guarded),
                                            testing::Monotonic_clock(guarded, true))),
@@ -108,9 +108,9 @@ void Expect_monotonic_clock_only_spares_processor_readings() {
     ASSERT_EQ(guarded->monotonic, guarded->processor);
     given_up += static_cast<int>(Lines_starting(every.printed, {" Exceeded"}).size());
     // One that rules every check out: only the starts of the attempts read the processor clock.
-    auto still_alone = std::make_shared<Reading_count>();
-    const Timed_result exact = Search<directed>(links, 0.5, testing::Stopped_clock(still_alone));
-    auto still = std::make_shared<Reading_count>();
+    auto still_alone = std::make_shared<ReadingCount>();
+    const TimedResult exact = Search<directed>(links, 0.5, testing::Stopped_clock(still_alone));
+    auto still = std::make_shared<ReadingCount>();
     ASSERT_EQ(Search<directed>(links, 0.5,
                                SearchClock(testing::Stopped_clock(still),
                                            testing::Monotonic_clock(still, false))),
@@ -137,9 +137,9 @@ void Expect_exact_result_when_no_node_reaches_the_limit() {
       const IndexLinkMap links = directed
                                      ? testing::Random_directed_links(4 + seed % 8, p, seed)
                                      : testing::Random_undirected_links(5 + seed % 10, p, seed);
-      const Timed_result timed =
-          Search<directed>(links, 0.0, testing::Stopped_clock(std::make_shared<Reading_count>()));
-      const Timed_result exact = Search<directed>(links, -1, SearchClock());
+      const TimedResult timed =
+          Search<directed>(links, 0.0, testing::Stopped_clock(std::make_shared<ReadingCount>()));
+      const TimedResult exact = Search<directed>(links, -1, SearchClock());
       ASSERT_EQ(timed.cliques, exact.cliques) << "seed " << seed;
       ASSERT_EQ(timed.rows, exact.rows) << "seed " << seed;
       ASSERT_TRUE(timed.core.empty()) << "seed " << seed;
@@ -151,9 +151,9 @@ void Expect_exact_result_when_no_node_reaches_the_limit() {
 }
 
 TEST(CliqueFindTime, LimitNoNodeReachesGivesTheExactResultAndTheNote) {
-  const Timed_result r =
+  const TimedResult r =
       Search<!kDirected>(testing::Links("1-2 1-3 2-3"), 0.25,
-                         testing::Stopped_clock(std::make_shared<Reading_count>()));
+                         testing::Stopped_clock(std::make_shared<ReadingCount>()));
   const std::string header = " Locating cliques, max. allowed time/node=0.250:";
   EXPECT_EQ(r.printed, Block(header, " 3 of 3 nodes to do (0.00% done)") +
                            Block(header, " 2 of 3 nodes to do (33.33% done)") +
@@ -167,8 +167,8 @@ TEST(CliqueFindTime, LimitNoNodeReachesGivesTheExactResultAndTheNote) {
 TEST(CliqueFindTime, EveryNodeGivenUpLeavesTheWholeGraphAsCore) {
   // Each node of a complete graph on four nodes needs one extension beyond its first pair.
   const IndexLinkMap links = testing::Links("1-2 1-3 1-4 2-3 2-4 3-4");
-  auto readings = std::make_shared<Reading_count>();
-  const Timed_result r = Search<!kDirected>(links, 0.5, testing::Racing_clock(readings));
+  auto readings = std::make_shared<ReadingCount>();
+  const TimedResult r = Search<!kDirected>(links, 0.5, testing::Racing_clock(readings));
   const std::string header = " Locating cliques, max. allowed time/node=0.500:";
   std::string expected;
   const char* percentages[] = {"25.00", "50.00", "75.00", "100.00"};
@@ -189,9 +189,8 @@ TEST(CliqueFindTime, EveryNodeGivenUpLeavesTheWholeGraphAsCore) {
 
   IndexLinkMap both_ways;
   testing::Both_ways(both_ways, {1, 2, 3, 4});
-  auto directed_readings = std::make_shared<Reading_count>();
-  const Timed_result d =
-      Search<kDirected>(both_ways, 0.5, testing::Racing_clock(directed_readings));
+  auto directed_readings = std::make_shared<ReadingCount>();
+  const TimedResult d = Search<kDirected>(both_ways, 0.5, testing::Racing_clock(directed_readings));
   EXPECT_EQ(directed_readings->processor, 8);
   EXPECT_TRUE(d.cliques.empty());
   EXPECT_EQ(d.core, Arcs<kDirected>(both_ways));
@@ -209,8 +208,8 @@ TEST(CliqueFindTime, GivenUpNodesAreRetriedAndPendingCliquesFoundAgainAreNotRepe
   // Readings 1-17: the leaves. 18-25: 7 to 10 each start and are stopped at their first check.
   // 26-27: node 1 finds {1,2,3} without a check, then is stopped in {1,4,5,6}. 28, 29: 2 finds
   // {1,2,3}, 3 nothing. 30-31: 4 passes its check (31 stands still) and finds {1,4,5,6}.
-  const Timed_result r = Search<!kDirected>(
-      links, 0.5, testing::Racing_clock(std::make_shared<Reading_count>(), {31}));
+  const TimedResult r =
+      Search<!kDirected>(links, 0.5, testing::Racing_clock(std::make_shared<ReadingCount>(), {31}));
   // Three rounds: ten nodes to do, then the five given up, then the four still too slow.
   std::vector<std::string> expected;
   for (const auto& [node, row, of, percent] :
@@ -252,8 +251,8 @@ TEST(CliqueFindTime, DirectedCliquesOfGivenUpNodesAreRegisteredOnceWhenNothingHo
        {std::pair{2, 2}, {3, 2}, {7, 3}, {8, 3}, {4, 3}, {5, 3}, {6, 3}}) {
     for (int i = 0; i < count; ++i, ++leaf) links[{static_cast<NodeIndex>(node), leaf}] = 1.0;
   }
-  const Timed_result r =
-      Search<kDirected>(links, 0.5, testing::Racing_clock(std::make_shared<Reading_count>()));
+  const TimedResult r =
+      Search<kDirected>(links, 0.5, testing::Racing_clock(std::make_shared<ReadingCount>()));
   EXPECT_EQ(Lines_starting(r.printed, {" Exceeded"}).size(), 8u);
   EXPECT_EQ(r.cliques, (CliqueList{{1, 2, 3}}));
   EXPECT_EQ(r.rows, (std::vector<OverlapRow>{{{0, 3}}}));

@@ -40,7 +40,7 @@ TEST(CliqueOutput, WritesEveryCliqueByNameUnderTheHeaderOfItsKind) {
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.expected);
-    testing::Test_dir dir;
+    testing::TestDir dir;
     const std::string results = dir / "results";
     std::filesystem::create_directory(results);
     testing::Write_file(results + "/graph", "kept\n");

@@ -13,7 +13,7 @@
 namespace kcp {
 namespace {
 
-struct Stage_result {
+struct StageResult {
   CliqueList cliques{{42}};
   OverlapMatrix overlaps{{{{0, 1}}}, 1};
   std::uint32_t n_exact = 77;
@@ -29,14 +29,14 @@ std::vector<OverlapRow> By_clique(std::vector<OverlapRow> rows) {
   return rows;
 }
 
-Stage_result Run_stage(const IndexLinkMap& links, const bool& time_limited, const bool& directed,
-                       const double& max_time, const ProcessorClock& clock = Processor_clock) {
-  Stage_result r;
+StageResult Run_stage(const IndexLinkMap& links, const bool& time_limited, const bool& directed,
+                      const double& max_time, const ProcessorClock& clock = Processor_clock) {
+  StageResult r;
   VtxMap vertices;
   VtxdMap directed_vertices;
   if (directed) Dir_vtx_map_from_link_map(directed_vertices, links);
   if (!directed) Vtx_map_from_link_map(vertices, links);
-  testing::Cout_capture capture;
+  testing::CoutCapture capture;
   Find_cliques(time_limited, directed, r.cliques, r.overlaps, directed_vertices, vertices,
                r.n_exact, max_time, clock);
   r.printed = capture.text();
@@ -58,9 +58,9 @@ const std::string kApproximationBlock = std::string(45, '_') + "\n" + kApproxima
                                         "cliques=1,\n number of approx. cliques=4\n";
 
 TEST(CliqueSearchStage, RemainingCoreIsApproximatedBehindTheExactCliques) {
-  const auto readings = std::make_shared<testing::Reading_count>();
-  const Stage_result r = Run_stage(testing::Links("1-2 1-3 1-4 2-3 2-4 3-4 4-5 4-6 5-6"), true,
-                                   false, 0.5, testing::Racing_clock(readings));
+  const auto readings = std::make_shared<testing::ReadingCount>();
+  const StageResult r = Run_stage(testing::Links("1-2 1-3 1-4 2-3 2-4 3-4 4-5 4-6 5-6"), true,
+                                  false, 0.5, testing::Racing_clock(readings));
   EXPECT_EQ(r.cliques, kCoreCliques);
   EXPECT_EQ(r.n_exact, 1u);
   EXPECT_EQ(By_clique(r.overlaps.rows), kCoreRows);
@@ -70,7 +70,7 @@ TEST(CliqueSearchStage, RemainingCoreIsApproximatedBehindTheExactCliques) {
 
   IndexLinkMap links = testing::Links("4-5 5-6 4-6");
   testing::Both_ways(links, {1, 2, 3, 4});
-  const Stage_result d = Run_stage(links, true, true, 0.5, testing::Racing_clock(readings));
+  const StageResult d = Run_stage(links, true, true, 0.5, testing::Racing_clock(readings));
   EXPECT_EQ(d.cliques, kCoreCliques);
   EXPECT_EQ(d.n_exact, 1u);
   EXPECT_EQ(By_clique(d.overlaps.rows), kCoreRows);
@@ -81,9 +81,9 @@ TEST(CliqueSearchStage, CoreNeighbourhoodInsideAnExactCliqueIsNoApproximateCliqu
   // Complete graphs on 1-4 and 2-5. Node 1 is stopped; 5 passes its one check (the 4th reading
   // stands still) and finds {2,3,4,5}; 2, 3, 4 and 1 are then stopped in a row. N(1) = {2,3,4}
   // in the core lies inside {2,3,4,5}.
-  const Stage_result r =
+  const StageResult r =
       Run_stage(testing::Links("1-2 1-3 1-4 2-3 2-4 3-4 2-5 3-5 4-5"), true, false, 0.5,
-                testing::Racing_clock(std::make_shared<testing::Reading_count>(), {4}));
+                testing::Racing_clock(std::make_shared<testing::ReadingCount>(), {4}));
   EXPECT_EQ(r.n_exact, 1u);
   EXPECT_EQ(r.cliques, (CliqueList{{2, 3, 4, 5}, {1, 3, 4}, {1, 2, 4}, {1, 2, 3}}));
   EXPECT_EQ(By_clique(r.overlaps.rows),
@@ -119,7 +119,7 @@ TEST(CliqueSearchStage, StopRequestEndsEverySearchAtOnce) {
       CliqueList cliques;
       OverlapMatrix overlaps;
       std::uint32_t n_exact = 0;
-      testing::Cout_capture capture;
+      testing::CoutCapture capture;
       EXPECT_THROW(Find_cliques(time_limited, directed, cliques, overlaps, directed_vertices,
                                 vertices, n_exact, 1.0, SearchClock(clock), &stop),
                    Xstopped)

@@ -23,7 +23,7 @@ void Expect_same_registration(const IndexLinkMap& links) {
   OverlapMatrix literal_overlaps;
   VtxMap vertices;
   VtxMap core;
-  testing::Cout_capture quiet;
+  testing::CoutCapture quiet;
   Vtx_map_from_link_map(vertices, links);
   Clique_find(fast, fast_overlaps, vertices);
   Vtx_map_from_link_map(vertices, links);

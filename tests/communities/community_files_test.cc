@@ -16,7 +16,7 @@ const std::string kHead = "# from net.txt\n# lower link weight threshold: 0.2\n"
 const std::string kNote = "# Negative indices indicate approximate communities.\n";
 
 TEST(CommunityFiles, CommunitiesFilesListNamesWithTrailingBlanksAndMinusForApproximateOnes) {
-  testing::Test_dir dir;
+  testing::TestDir dir;
   std::filesystem::create_directories(dir / "k=3");
   testing::Write_file(dir / "k=3/communities", "old content that is longer than the new one\n");
   testing::Write_file(dir / "k=3/other", "stays");
@@ -48,7 +48,7 @@ TEST(CommunityFiles, CommunitiesFilesListNamesWithTrailingBlanksAndMinusForAppro
 }
 
 TEST(CommunityFiles, LinksAreWrittenInTheDirectionTheyWereRead) {
-  testing::Test_dir dir;
+  testing::TestDir dir;
   NameMap names{{1, "a"}, {2, "b"}, {3, "c"}, {4, "dd"}, {5, "e"}};
   // (2,3) was read only as 3 -> 2; (1,2) as it is.
   const IndexLinkMap links{{{1, 2}, 1.0}, {{3, 2}, 1.0}, {{4, 5}, 0.5}, {{5, 4}, 0.7}};
@@ -63,7 +63,7 @@ TEST(CommunityFiles, LinksAreWrittenInTheDirectionTheyWereRead) {
 }
 
 TEST(CommunityFiles, CliquesFileMarksApproximateCliquesOnlyInApproximateCommunities) {
-  testing::Test_dir dir;
+  testing::TestDir dir;
   // Four exact cliques; the exact community's 5 is written as it is.
   Kiir_coms_cliques_VN({{0, 2, 5}, {1, 4, 3}, {6}}, dir.path(), 5, 1, 4, "", kAlap);
   EXPECT_EQ(Read_file(dir / "k=5/communities_cliques"),

@@ -52,17 +52,17 @@ std::set<std::string> Files_in(const std::string& path) {
 
 // Cliques {1,2,3,4}, {3,4,5}, {5,6,7} of an 8-node graph (node 8 alone): at k = 3 the first two
 // form one community, the third another; the two share node 5. Every weight is 2.
-struct Stage_case {
+struct StageCase {
   CliqueList cliques{{1, 2, 3, 4}, {3, 4, 5}, {5, 6, 7}};
   NameMap names{{1, "n1"}, {2, "n2"}, {3, "n3"}, {4, "n4"}, {5, "n5"}, {6, "n6"}, {7, "n7"}};
   IndexLinkMap links{{{1, 2}, 2}, {{1, 3}, 2}, {{1, 4}, 2}, {{2, 3}, 2}, {{2, 4}, 2}, {{3, 4}, 2},
                      {{3, 5}, 2}, {{4, 5}, 2}, {{5, 6}, 2}, {{5, 7}, 2}, {{6, 7}, 2}};
-  testing::Test_dir dir;
+  testing::TestDir dir;
   std::string printed;
 
   std::string Run(const std::uint32_t& n_exact, const std::uint32_t& node_count,
                   const bool& intensity = false) {
-    testing::Cout_capture capture;
+    testing::CoutCapture capture;
     try {
       Find_coms(3, cliques, testing::Brute_overlap_matrix(cliques, 2), n_exact,
                 intensity ? "intensity" : "", " from net.txt\n# undirected\n", dir.path(), names,
@@ -81,7 +81,7 @@ const std::string kCommunityFiles[] = {"communities", "communities_cliques", "co
                                        "graph_of_communities"};
 
 TEST(CommunityStage, ApproximateCommunityBringsTwelveSuffixedDistributionFiles) {
-  Stage_case c;
+  StageCase c;
   // Clique 2 is approximate, so is the community it forms.
   const std::string k3 = c.Run(2, 8);
   EXPECT_EQ(c.printed, std::string(49, '_') +
@@ -102,7 +102,7 @@ TEST(CommunityStage, ApproximateCommunityBringsTwelveSuffixedDistributionFiles) 
 }
 
 TEST(CommunityStage, TooFewGraphNodesStopsAfterTheCommunityFiles) {
-  Stage_case c;
+  StageCase c;
   try {
     c.Run(3, 6);
     FAIL() << "no exception";
@@ -122,7 +122,7 @@ TEST(CommunityStage, TooFewGraphNodesStopsAfterTheCommunityFiles) {
 TEST(CommunityStage, IntensityRunWritesKCliquesAndNoCliqueLists) {
   // Every weight is 2 > 1: every 3-subset of a clique qualifies and the communities are those
   // of plain percolation.
-  Stage_case c;
+  StageCase c;
   const std::string k3 = c.Run(3, 8, true);
   EXPECT_EQ(c.printed.find("(completed "), std::string::npos);
   const std::size_t k_cliques_at =

@@ -73,11 +73,11 @@ TEST(NodeComInds, WalkStopsAtTheFirstSetBeyondTheSecondSmallestNodeAndReportsEve
   }
   LabelSets label_sets;
   {
-    testing::Cout_capture quiet;
+    testing::CoutCapture quiet;
     Get_node_com_inds({{0, {1, 2, 3}}, {1, {5, 6, 7}}, {2, {1, 2, 4}}}, 3, label_sets, links, 1.0);
   }
   EXPECT_EQ(label_sets, (LabelSets{{0, {0}}, {1, {1}}, {2, {2}}}));
-  testing::Cout_capture capture;
+  testing::CoutCapture capture;
   Get_node_com_inds({{0, {1, 2, 3}}, {1, {1, 2, 4}}}, 3, label_sets, links, 0.25);
   EXPECT_EQ(label_sets, (LabelSets{{0, {0}}, {1, {0}}}));
   const std::string block = std::string(50, '_') +
@@ -115,7 +115,7 @@ void Expect_brute_force_communities(const IndexLinkMap& links, const std::uint32
   NumberedKCliques numbered;
   std::map<std::uint32_t, NodeList> nodes{{4, {1}}};
   std::map<std::uint32_t, LinkList> link_lists{{4, {{1, 2}}}};
-  testing::Cout_capture quiet;
+  testing::CoutCapture quiet;
   Generate_k_cls_from_cls(CliqueList(maximal.begin(), maximal.end()), links, k_cliques, k,
                           intensity);
   ASSERT_EQ(k_cliques, testing::Brute_k_cliques(links, k, intensity));

@@ -26,7 +26,7 @@ IndexLinkMap Uniform_links(const CliqueList& cliques, const double& w) {
 KCliqueSet Generate(const CliqueList& cliques, const IndexLinkMap& links, const std::uint32_t& k,
                     const double& intensity, std::string* printed = nullptr) {
   KCliqueSet k_cliques;
-  testing::Cout_capture capture;
+  testing::CoutCapture capture;
   Generate_k_cls_from_cls(cliques, links, k_cliques, k, intensity);
   if (printed != nullptr) *printed = capture.text();
   return k_cliques;

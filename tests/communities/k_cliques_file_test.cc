@@ -8,7 +8,7 @@ namespace kcp {
 namespace {
 
 TEST(KCliquesFile, HeaderThenNumberedRecordsOfNamesReplacingAnEarlierFile) {
-  testing::Test_dir dir;
+  testing::TestDir dir;
   NameMap names{{1, "alpha"}, {2, "b"}, {3, "c"}, {4, "d"}, {10, "ten"}};
   const char kAlap[] = " from net.txt\n# second line\n";
   Kiir_k_cliques_VN(dir.path(), {{1, 2, 3, 4, 10}}, 3, names, kAlap);

@@ -13,7 +13,7 @@ const std::string kAlap = " from net.txt\n# undirected\n";
 const std::string kHead = "# from net.txt\n# undirected\n";
 
 TEST(StatsFiles, GraphFileMarksApproximateCommunities) {
-  testing::Test_dir dir;
+  testing::TestDir dir;
   const CommunityGraph graph{{{0, 1}, 2}, {{3, 12}, 5}, {{12, 13}, 1}};
   Kiir_com_graph_VN(graph, 12, dir.path(), 3, "", kAlap);
   EXPECT_EQ(Read_file(dir / "k=3/graph_of_communities"),
@@ -24,7 +24,7 @@ TEST(StatsFiles, GraphFileMarksApproximateCommunities) {
 }
 
 TEST(StatsFiles, DistributionFilesInTheirArgumentOrderWithTheSuffixInNameAndHeader) {
-  testing::Test_dir dir;
+  testing::TestDir dir;
   Kiir_stats_VN({{0, 4}, {1, 3}}, {{3, 2}}, {{1, 1}, {4294967295u, 6}}, {}, dir.path(), 3, "", "",
                 kAlap);
   EXPECT_EQ(Read_file(dir / "k=3/membership_distribution"),

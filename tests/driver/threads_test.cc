@@ -60,7 +60,7 @@ TEST(Threads, RunsOnOneThreeAndEightThreadsAgreeByteForByte) {
       std::map<std::string, std::string> expected_tree;
       for (const unsigned threads : {1u, 3u, 8u}) {
         SCOPED_TRACE(args.back() + " threads " + std::to_string(threads));
-        testing::Test_dir dir;
+        testing::TestDir dir;
         std::vector<std::string> with_out = args;
         with_out.insert(with_out.end(), {"-o", "res"});
         const std::string out = Run_with_threads(dir.path(), with_out, threads);
@@ -80,14 +80,14 @@ TEST(Threads, RunsOnOneThreeAndEightThreadsAgreeByteForByte) {
 // A disk that fills up while several k are written side by side: the run stops at the write where
 // a run on one thread stops, with its message, and leaves the same files.
 TEST(Threads, FullDiskStopsWhereOneThreadStops) {
-  testing::Test_dir dir;
+  testing::TestDir dir;
   const std::string links = testing::Dense_clique_links();
   std::string expected_out;
   std::map<std::string, std::string> expected_tree;
   for (const unsigned threads : {1u, 3u, 8u}) {
     SCOPED_TRACE("threads " + std::to_string(threads));
     const std::string where = dir / "disk";  // the same path, which the files name, for each
-    const testing::Small_disk disk(where, 160, false);
+    const testing::SmallDisk disk(where, 160, false);
     if (!disk.Error().empty()) GTEST_SKIP() << disk.Error();
     testing::Write_file(where + "/net.links", links);
     const std::string out = Run_with_threads(where, {"-i", "net.links"}, threads);

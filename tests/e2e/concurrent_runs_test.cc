@@ -20,7 +20,7 @@ namespace {
 namespace fs = std::filesystem;
 
 TEST(ConcurrentRuns, OneRunTakesTheDirectoryAndTheOtherIsRefused) {
-  Test_dir dir;
+  TestDir dir;
   // Two networks with different results that take the same time to read: lesmis, and lesmis
   // without one line in fifty.
   std::istringstream lesmis(Read_file(std::string(VARNEL_TEST_DATA) + "/lesmis.links"));
@@ -61,13 +61,13 @@ TEST(ConcurrentRuns, OneRunTakesTheDirectoryAndTheOtherIsRefused) {
       while (read(gate[0], &c, 1) > 0) {
       }
     };
-    const Started_run a =
+    const StartedRun a =
         Start_binary(dir.path(), {"-i", inputs[0], "-o", target}, {}, wait_at_gate);
-    const Started_run b =
+    const StartedRun b =
         Start_binary(dir.path(), {"-i", inputs[1], "-o", target}, {}, wait_at_gate);
     close(gate[0]);
     close(gate[1]);
-    const Run_result runs[] = {Wait_for(a), Wait_for(b)};
+    const FinishedRun runs[] = {Wait_for(a), Wait_for(b)};
     const int winner = runs[0].out == console[0] ? 0 : 1;
     ASSERT_EQ(runs[winner].out, console[winner]);
     ASSERT_TRUE(runs[1 - winner].out.ends_with(refused)) << runs[1 - winner].out;

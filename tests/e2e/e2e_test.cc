@@ -50,7 +50,7 @@ class E2e : public ::testing::TestWithParam<std::string> {};
 
 TEST_P(E2e, OutputAndFilesMatch) {
   const fs::path case_dir = fs::path(VARNEL_E2E_CASES) / GetParam();
-  Test_dir holder;
+  TestDir holder;
   const std::string work = holder / "work";
   fs::create_directory(work);
   const auto inputs = Tree(case_dir / "input");
@@ -61,7 +61,7 @@ TEST_P(E2e, OutputAndFilesMatch) {
   std::istringstream lines(Read_file(case_dir / "args"));
   for (std::string line; std::getline(lines, line);) args.push_back(line);
   const bool clock = fs::exists(case_dir / "preload_scripted_clock");
-  const Run_result run =
+  const FinishedRun run =
       Run_binary(work, args, clock ? Scripted_clock_environment() : Environment{});
   EXPECT_EQ(run.status, 0);
   EXPECT_EQ(run.out, With_dir(Read_file(case_dir / "stdout"), work));

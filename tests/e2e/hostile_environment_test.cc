@@ -26,8 +26,8 @@ namespace fs = std::filesystem;
 // disk of 96 KiB stops at the first write that fails. What it wrote before is whole, what it
 // was writing a true beginning, and nothing was written after.
 TEST(HostileEnvironment, FullDiskEndsTheRunAtTheFirstFailedWrite) {
-  Test_dir dir;
-  const Small_disk disk(dir / "disk", 96, false);
+  TestDir dir;
+  const SmallDisk disk(dir / "disk", 96, false);
   if (!disk.Error().empty()) GTEST_SKIP() << disk.Error();
   std::mt19937 random(11);
   std::string links;
@@ -40,7 +40,7 @@ TEST(HostileEnvironment, FullDiskEndsTheRunAtTheFirstFailedWrite) {
   Write_file(dir / "ample/net.links", links);
   ASSERT_EQ(Run_binary(dir / "ample", {"-i", "net.links"}, {}).status, 0);
   Write_file(dir / "disk/net.links", links);
-  const Run_result run = Run_binary(dir / "disk", {"-i", "net.links"}, {});
+  const FinishedRun run = Run_binary(dir / "disk", {"-i", "net.links"}, {});
   EXPECT_EQ(run.status, 0);
   // The last line names the file whose write failed.
   const std::string start = "\nERROR: could not write the whole of 'net.links_files/";
@@ -72,9 +72,9 @@ TEST(HostileEnvironment, FullDiskEndsTheRunAtTheFirstFailedWrite) {
 // A file-size limit fails the write that passes it, which is reported as a full disk is; the
 // signal the limit sends must not end the run without a word.
 TEST(HostileEnvironment, FileSizeLimitEndsTheRunWithTheFailedWrite) {
-  Test_dir dir;
+  TestDir dir;
   constexpr rlim_t kLimit = 64 * 1024;
-  const Run_result run = Run_binary(
+  const FinishedRun run = Run_binary(
       dir.path(), {"-i", std::string(VARNEL_TEST_DATA) + "/grqc.links", "-o", "res"}, {}, [] {
         const rlimit limit{kLimit, kLimit};
         setrlimit(RLIMIT_FSIZE, &limit);
@@ -89,13 +89,13 @@ TEST(HostileEnvironment, FileSizeLimitEndsTheRunWithTheFailedWrite) {
 // A location that cannot be written (read-only or, without root, without permission) and a
 // dangling symbolic link as the results path are refused at once, and nothing changes.
 TEST(HostileEnvironment, UnwritableResultsPathIsRefusedAtOnce) {
-  Test_dir dir;
+  TestDir dir;
   Write_file(dir / "net.links", "a b\nb c\nc a\n");
   fs::create_symlink(dir / "nowhere/res", dir / "res");
   std::string reason = "Permission denied.";
-  std::unique_ptr<Small_disk> disk;
+  std::unique_ptr<SmallDisk> disk;
   if (geteuid() == 0) {
-    disk = std::make_unique<Small_disk>(dir / "locked", 64, true);
+    disk = std::make_unique<SmallDisk>(dir / "locked", 64, true);
     if (!disk->Error().empty()) GTEST_SKIP() << disk->Error();
     reason = "The file is on a read-only filesystem.";
   } else {
@@ -105,7 +105,7 @@ TEST(HostileEnvironment, UnwritableResultsPathIsRefusedAtOnce) {
   const auto before = Tree(dir.path());
   for (const auto& [path, why] :
        {std::pair{"locked/res", reason}, {"res", "pathname already exists."}}) {
-    const Run_result run = Run_binary(dir.path(), {"-i", "net.links", "-o", path}, {});
+    const FinishedRun run = Run_binary(dir.path(), {"-i", "net.links", "-o", path}, {});
     EXPECT_EQ(run.status, 0);
     EXPECT_TRUE(run.out.ends_with("\nERROR: Make_dir() called with " + std::string(path) +
                                   " and \n" + why + "\n"))

@@ -17,13 +17,13 @@
 
 namespace kcp::testing {
 
-struct Run_result {
+struct FinishedRun {
   int status = -1;
   std::string out;
 };
 
 // A varnel started and not yet waited for; its standard output goes to out_path.
-struct Started_run {
+struct StartedRun {
   pid_t pid = -1;
   std::string out_path;
 };
@@ -37,9 +37,9 @@ inline std::string Out_path(const std::string& workdir, const pid_t& pid) {
 
 // Starts varnel with `args` in `workdir` (standard input /dev/null, the environment entries set);
 // `in_child` runs in the new process first (to set a limit, say).
-inline Started_run Start_binary(const std::string& workdir, const std::vector<std::string>& args,
-                                const std::vector<std::pair<std::string, std::string>>& environment,
-                                const std::function<void()>& in_child = {}) {
+inline StartedRun Start_binary(const std::string& workdir, const std::vector<std::string>& args,
+                               const std::vector<std::pair<std::string, std::string>>& environment,
+                               const std::function<void()>& in_child = {}) {
   std::vector<std::string> copies = args;
   copies.insert(copies.begin(), "varnel");
   std::vector<char*> argv;
@@ -61,17 +61,17 @@ inline Started_run Start_binary(const std::string& workdir, const std::vector<st
 }
 
 // The exit status (-1 when a signal ended it) and the standard output of a started run.
-inline Run_result Wait_for(const Started_run& run) {
+inline FinishedRun Wait_for(const StartedRun& run) {
   int status = 0;
   waitpid(run.pid, &status, 0);
-  const Run_result result{WIFEXITED(status) ? WEXITSTATUS(status) : -1, Read_file(run.out_path)};
+  const FinishedRun result{WIFEXITED(status) ? WEXITSTATUS(status) : -1, Read_file(run.out_path)};
   std::filesystem::remove(run.out_path);
   return result;
 }
 
-inline Run_result Run_binary(const std::string& workdir, const std::vector<std::string>& args,
-                             const std::vector<std::pair<std::string, std::string>>& environment,
-                             const std::function<void()>& in_child = {}) {
+inline FinishedRun Run_binary(const std::string& workdir, const std::vector<std::string>& args,
+                              const std::vector<std::pair<std::string, std::string>>& environment,
+                              const std::function<void()>& in_child = {}) {
   return Wait_for(Start_binary(workdir, args, environment, in_child));
 }
 

@@ -11,7 +11,7 @@ namespace kcp {
 namespace {
 
 namespace fs = std::filesystem;
-using testing::Test_dir;
+using testing::TestDir;
 
 // A four-clique a b c d and four triangles, so k=3 and k=4.
 const char* const kTwoKs =
@@ -28,7 +28,7 @@ std::map<std::string, std::string> Tree_of(const std::string& root) {
 }
 
 TEST(ExportMain, ExitsWithTheStatusAndMessageOfEachCase) {
-  Test_dir dir;
+  TestDir dir;
   const std::string t = testing::Make_results(dir, "t", "a b\nb c\na c\n");
   const std::string two = testing::Make_results(dir, "two", kTwoKs);
   const std::string cut = dir / "cut";

@@ -37,7 +37,7 @@ TEST(NetworkxCheck, ExportsOfRealRunsReadBackAsTheirResults) {
        "-w", "0"},
       {"directed", "a b\nb c\na c\nb a\nc d\nb d\na d\nd e\n", "-D"},
   };
-  testing::Test_dir dir;
+  testing::TestDir dir;
   for (const std::vector<std::string>& run : runs) {
     const std::string& name = run[0];
     SCOPED_TRACE(name);

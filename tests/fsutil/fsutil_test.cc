@@ -30,7 +30,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using testing::Read_file;
-using testing::Test_dir;
+using testing::TestDir;
 using testing::Write_file;
 
 const std::string kNoEntry = "A component of the path file_name does not exist.";
@@ -38,13 +38,13 @@ const std::string kNotDir = "A component of the path is not a directory.";
 const std::string kStopped = "stopped interactively by user.";
 
 // Feeds a fixed text to std::cin and captures std::cout while it lives.
-class Console_session {
+class ConsoleSession {
  public:
-  explicit Console_session(const std::string& input)
+  explicit ConsoleSession(const std::string& input)
       : in_(input), old_in_(std::cin.rdbuf(in_.rdbuf())), old_out_(std::cout.rdbuf(out_.rdbuf())) {
     std::cin.clear();
   }
-  ~Console_session() {
+  ~ConsoleSession() {
     std::cin.rdbuf(old_in_);
     std::cout.rdbuf(old_out_);
     std::cin.clear();
@@ -88,7 +88,7 @@ std::string Text(const DirListing& listing) {
 // Links are followed; a file is empty when it has no byte (the dialogues below show it), a
 // directory only when it reports the size 48, which few file systems do.
 TEST(PathQuery, TellsTypeEmptinessAndWhyAPathIsMissing) {
-  Test_dir dir;
+  TestDir dir;
   Make(dir / "", "full.txt=12 d/");
   fs::create_symlink(dir / "full.txt", dir / "to_file");
   std::string type, message;
@@ -104,7 +104,7 @@ TEST(PathQuery, TellsTypeEmptinessAndWhyAPathIsMissing) {
 
 // (The end-to-end cases show the failures of real paths, shortened ones among them.)
 TEST(MakeDir, CreatesEveryMissingDirectoryWithMode0755AndNamesAFailedOne) {
-  Test_dir dir;
+  TestDir dir;
   const mode_t old_mask = umask(022);
   Make_dir(dir / "a/b/c");
   umask(old_mask);
@@ -135,14 +135,14 @@ TEST(DirClaim, FindsAndMakesTheParentAndCreatesAFileOnce) {
            {"a/b/c", "a/b"}, {"c", "."}, {"/c", "/"}, {"a//b//", "a"}, {"/", "/"}}) {
     EXPECT_EQ(Parent_dir(path), parent) << path;
   }
-  Test_dir dir;
+  TestDir dir;
   Write_file(dir / "file", "x");
   Make_parent_dirs(dir / "a/b/res");
   Make_parent_dirs(dir / "file/b/res");
   EXPECT_EQ(Listing(dir.path()), "a/ a/b/ file=x");
   const int other = open((dir / "a").c_str(), O_RDONLY);
   {
-    const Dir_lock lock(dir / "a");
+    const DirLock lock(dir / "a");
     EXPECT_NE(flock(other, LOCK_EX | LOCK_NB), 0);
   }
   EXPECT_EQ(flock(other, LOCK_EX | LOCK_NB), 0);
@@ -181,7 +181,7 @@ TEST(GetTotalPath, ResolvesDotsAgainstTheWorkingDirectory) {
 // Entries in alphasort order without "." and "..", types after following links; recursively,
 // each subtree comes reversed in front of its directory.
 TEST(ListDir, EntriesInAlphasortOrderAndSubtreesReversedInFront) {
-  Test_dir dir;
+  TestDir dir;
   Make(dir / "", "r/b= r/.hidden= r/C/ r/d/x= r/d/e/z= r/d/e/y= r/d/f/");
   fs::create_directory_symlink(dir / "r/d", dir / "r/link");
   ASSERT_EQ(mkfifo((dir / "r/pipe").c_str(), 0644), 0);
@@ -198,7 +198,7 @@ TEST(ListDir, EntriesInAlphasortOrderAndSubtreesReversedInFront) {
 // Cannot run as root: root reads every directory whatever its permissions.
 TEST(ListDir, UnreadableDirectoryReportsTheScandirFailure) {
   if (geteuid() == 0) GTEST_SKIP() << "root reads every directory";
-  Test_dir dir;
+  TestDir dir;
   Make(dir / "", "locked/f=");
   ASSERT_EQ(chmod((dir / "locked").c_str(), 0), 0);
   EXPECT_EQ(
@@ -210,7 +210,7 @@ TEST(ListDir, UnreadableDirectoryReportsTheScandirFailure) {
 // The recursive listing puts d2/e before d2/e/h, and q/w/e before q/w/e/r; a link inside is
 // unlinked, not followed.
 TEST(DeleteDir, RemovesDeepTreesAndOnlyTheirKind) {
-  Test_dir dir;
+  TestDir dir;
   Make(dir / "", "r/d2/e/h/z= r/q/w/e/r/t/ r/empty/ other=o d/f=");
   fs::create_symlink(dir / "other", dir / "r/to_file");
   Delete_dir(dir / "r");
@@ -226,14 +226,14 @@ TEST(DeleteDir, RemovesDeepTreesAndOnlyTheirKind) {
 // The directory is made (a file in its place moved aside), an old file truncated, output beyond
 // the buffer written whole; a failed write throws on Close() only, an unopenable path is skipped.
 TEST(ResultFile, WritesExactlyAndReportsAFailedWriteOnClose) {
-  Test_dir dir;
+  TestDir dir;
   Make(dir / "", "res/k3=old");
-  Result_file file(dir / "res/k3", "communities");
+  ResultFile file(dir / "res/k3", "communities");
   file << "# header\n" << 12 << ' ' << "x y \n";
   file.out() << "last\n";
   file.Close();
   EXPECT_EQ(Listing(dir / "res"), "k3/ k3/communities=# header\n12 x y \nlast\n k31=old");
-  Result_file big(dir / "res/k3", "communities");
+  ResultFile big(dir / "res/k3", "communities");
   for (int i = 0; i < 300000; ++i) big << i << " \n";
   big.Close();
   const std::string written = Read_file(dir / "res/k3/communities");
@@ -242,7 +242,7 @@ TEST(ResultFile, WritesExactlyAndReportsAFailedWriteOnClose) {
   // The reason is the failed write's, whether that came at the close, beyond the staging buffer,
   // or in the stream's own formatting.
   for (const int how : {0, 1, 2}) {
-    Result_file full("/dev/full");
+    ResultFile full("/dev/full");
     for (int i = 0; i < (how == 0 ? 1 : 300000); ++i) {
       if (how == 2) {
         full.out() << 0.5 << ' ';
@@ -255,12 +255,12 @@ TEST(ResultFile, WritesExactlyAndReportsAFailedWriteOnClose) {
         << how;
     EXPECT_NO_THROW(full.Close());
   }
-  EXPECT_NO_THROW(Result_file("/dev/full") << "lost in the destructor\n");
+  EXPECT_NO_THROW(ResultFile("/dev/full") << "lost in the destructor\n");
   for (const std::string& path : {dir / "missing/out.txt", dir.path()}) {
-    EXPECT_NO_THROW(Result_file(path).Close());
+    EXPECT_NO_THROW(ResultFile(path).Close());
   }
   EXPECT_FALSE(fs::exists(dir / "missing"));
-  EXPECT_EQ(testing::What<Xerror_msg>([&] { Result_file(dir / "res/k31/x", "graph"); }),
+  EXPECT_EQ(testing::What<Xerror_msg>([&] { ResultFile(dir / "res/k31/x", "graph"); }),
             "ERROR: Make_dir() called with " + (dir / "res/k31/x") + " and \n" + kNotDir);
 }
 
@@ -345,10 +345,10 @@ TEST(FsutilPolicies, EachScenarioLeavesItsTreeAndSaysItsText) {
       {"f=x t/a=a", [](auto r) { Del_path(r + "f"), Del_path(r + "t"); }, "", ""},
   };
   for (const Scenario& s : scenarios) {
-    testing::Test_dir dir;
+    testing::TestDir dir;
     const std::string root = dir.path() + "/";
     Make(root, s.before);
-    Console_session console(With_root(s.input, root));
+    ConsoleSession console(With_root(s.input, root));
     const std::string thrown = testing::What<Xerror_msg>([&] { s.act(root); });
     const std::string trace = "from '" + s.before + "' with '" + s.input + "'";
     EXPECT_EQ(thrown, s.thrown.empty() ? "no exception" : With_root(s.thrown, root)) << trace;

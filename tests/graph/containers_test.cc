@@ -50,15 +50,15 @@ TEST(Containers, NodeSetFollowsAnOrderedSet) {
   }
 }
 
-using Link_rows = std::vector<std::tuple<std::string, std::string, double>>;
+using LinkRows = std::vector<std::tuple<std::string, std::string, double>>;
 
-Link_rows Rows(const LinkMap& links) {
-  Link_rows rows;
+LinkRows Rows(const LinkMap& links) {
+  LinkRows rows;
   for (const auto& [key, w] : links) rows.emplace_back(key.first, key.second, w);
   return rows;
 }
-Link_rows Rows(const std::map<std::pair<std::string, std::string>, double>& links) {
-  Link_rows rows;
+LinkRows Rows(const std::map<std::pair<std::string, std::string>, double>& links) {
+  LinkRows rows;
   for (const auto& [key, w] : links) rows.emplace_back(key.first, key.second, w);
   return rows;
 }

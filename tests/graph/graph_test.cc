@@ -26,7 +26,7 @@ namespace {
 
 using testing::What;
 
-using testing::Test_dir;
+using testing::TestDir;
 using testing::Write_file;
 
 using Thresholds = std::tuple<bool, double, bool, double>;  // lower flag and value, upper ones
@@ -40,7 +40,7 @@ std::string Show(const LinkMap& links, const std::string& wrong_line) {
 }
 
 std::string Read(const std::string& content, const bool weighted, const Thresholds& t = {}) {
-  Test_dir dir;
+  TestDir dir;
   Write_file(dir / "links", content);
   LinkMap links;
   try {
@@ -133,7 +133,7 @@ TEST(LinkReader, LongLinesAndLinesAcrossBlockEnds) {
 // an input whose first line outgrows any link file are errors, never an empty link file; the
 // links are left alone when the file does not open.
 TEST(LinkReader, FilesThatCannotBeReadAreErrors) {
-  Test_dir dir;
+  TestDir dir;
   std::filesystem::create_directory(dir / "sub");
   LinkMap links{{{"p", "q"}, 4.0}};
   EXPECT_EQ(What<Xep_file_not_found>([&] { Read_weighted_links(dir / "no", links, 1, 0, 0, 0); }),
@@ -156,7 +156,7 @@ TEST(LinkReader, FilesThatCannotBeReadAreErrors) {
 // Only a whole leading sequence of a compressed format refuses the file; a name that merely
 // begins like one is read as a link.
 TEST(LinkReader, RefusesCompressedFilesByTheirWholeLeadingBytes) {
-  Test_dir dir;
+  TestDir dir;
   const std::pair<std::string, std::string> refused[] = {
       {std::string("\x1f\x8b\x08\0", 4),
        "a gzip file, not a link file: decompress it first, "

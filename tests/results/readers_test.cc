@@ -18,9 +18,9 @@
 namespace kcp {
 namespace {
 
-using Reader = std::function<void(const std::string&, Node_numbering&)>;
+using Reader = std::function<void(const std::string&, NodeNumbering&)>;
 using P = const std::string&;
-using N = Node_numbering&;
+using N = NodeNumbering&;
 
 TEST(ReaderErrors, BadLinesAreReportedWithFileAndLine) {
   const std::map<std::string, Reader> readers = {
@@ -33,10 +33,10 @@ TEST(ReaderErrors, BadLinesAreReportedWithFileAndLine) {
       {"distribution", [](P p, N) { Read_distribution_file(p); }},
       {"graph_of_communities", [](P p, N) { Read_community_graph_file(p); }},
       {"records", [](P p, N) {
-         for (Line_tokeniser t(p); t.Next_record();) {
+         for (LineTokeniser t(p); t.Next_record();) {
          }
        }}};
-  testing::Test_dir dir;
+  testing::TestDir dir;
   const std::string path = dir / "f";
   std::size_t cases = 0;
   const auto cases_dir = std::filesystem::path(__FILE__).parent_path() / "bad_files";
@@ -46,7 +46,7 @@ TEST(ReaderErrors, BadLinesAreReportedWithFileAndLine) {
     const std::string text = testing::Read_file(entry.path().string());
     testing::Write_file(path, text.substr(text.find('\n') + 1));
     // The graph file's nodes a..e, so that a number in place of a name shows.
-    Node_numbering numbering;
+    NodeNumbering numbering;
     if (name.starts_with("cliques.") || name.starts_with("k-cliques.")) {
       for (const char* node : {"a", "b", "c", "d", "e"}) numbering.Index(node);
       numbering.Lock();
@@ -60,19 +60,19 @@ TEST(ReaderErrors, BadLinesAreReportedWithFileAndLine) {
   for (const auto& [at, message] :
        {std::pair{dir / "missing", ": cannot open the file: No such file or directory"},
         std::pair{dir.path(), ": this is a directory, not a result file"}}) {
-    Node_numbering numbering;
+    NodeNumbering numbering;
     EXPECT_EQ(testing::Error_of([&] { readers.at("records")(at, numbering); }),
               "ERROR: " + at + message);
   }
 }
 
 TEST(LineTokeniser, ReadsLinesLongerThanAndAcrossItsBuffer) {
-  testing::Test_dir dir;
+  testing::TestDir dir;
   const std::string long_name(3 << 20, 'n');
   std::string text = "# h\n\na " + long_name + "\n";
   for (int i = 0; i < 200000; ++i) text += std::to_string(i) + " name" + std::to_string(i) + "\n";
   testing::Write_file(dir / "f", text);
-  Line_tokeniser t(dir / "f");
+  LineTokeniser t(dir / "f");
   ASSERT_TRUE(t.Next_record());
   EXPECT_EQ(t.Tokens().at(1), long_name);
   for (int i = 0; i < 200000; ++i) {

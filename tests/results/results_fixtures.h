@@ -142,13 +142,13 @@ inline std::size_t Count(const std::string& text, const std::string& part) {
   return count;
 }
 
-inline ProcessResult Run_export(const Test_dir& dir, const std::vector<std::string>& args) {
+inline ProcessResult Run_export(const TestDir& dir, const std::vector<std::string>& args) {
   return Run_program(dir.path(), VARNEL_EXPORT_BINARY, args);
 }
 
 // Runs varnel on `links` (written into dir as `name`.links) with `switches` and returns the
 // results directory, dir/`name`.
-inline std::string Make_results(const Test_dir& dir, const std::string& name,
+inline std::string Make_results(const TestDir& dir, const std::string& name,
                                 const std::string& links, std::vector<std::string> switches = {}) {
   Write_file(dir / (name + ".links"), links);
   switches.insert(switches.begin(), {"-i", dir / (name + ".links"), "-o", dir / name});
@@ -159,7 +159,7 @@ inline std::string Make_results(const Test_dir& dir, const std::string& name,
 // What python3's xml.etree finds wrong with the document; "" when it parses, or when python3
 // is not installed (the C++ checks of each test still apply).
 inline std::string Python_xml_fault(const std::string& xml) {
-  Test_dir dir;
+  TestDir dir;
   Write_file(dir / "doc.xml", xml);
   const ProcessResult parse = Run_program(
       dir.path(), "python3",

@@ -23,10 +23,10 @@ namespace {
 namespace fs = std::filesystem;
 using testing::Read_file;
 using testing::Run_varnel;
-using testing::Test_dir;
+using testing::TestDir;
 using testing::Write_file;
 
-void Rewrite_k_dir(const fs::path& k_dir, const std::string& to, Node_numbering& numbering,
+void Rewrite_k_dir(const fs::path& k_dir, const std::string& to, NodeNumbering& numbering,
                    NameMap& names) {
   // suffix -> stem -> file: the four distributions of one suffix, gathered for Kiir_stats_VN.
   std::map<std::string, std::map<std::string, DistributionFile>> stats;
@@ -68,7 +68,7 @@ void Rewrite_k_dir(const fs::path& k_dir, const std::string& to, Node_numbering&
 
 // Reads every result file below `from` and writes it with the run's writer below `to`.
 void Rewrite_results(const std::string& from, const std::string& to) {
-  Node_numbering numbering;
+  NodeNumbering numbering;
   const bool directed = fs::exists(from + "/directed_graph");
   const GraphFile graph =
       Read_graph_file(from + (directed ? "/directed_graph" : "/graph"), numbering);
@@ -104,7 +104,7 @@ std::size_t Expect_round_trip(const std::string& results, const std::string& cop
 }
 
 TEST(RoundTrip, RunsOfEveryFlavourGiveTheSameBytes) {
-  Test_dir dir;
+  TestDir dir;
   // Names with "#" inside or in front, a tab, reciprocal links, a repeated weighted pair.
   Write_file(dir / "u.links",
              "a b\nb c\na\tc\nc d\nb d\na d\nd a\nd e\ne x#y\nd x#y\ny #x\n#x a\n#z z\n");
@@ -140,7 +140,7 @@ TEST(RoundTrip, RunsOfEveryFlavourGiveTheSameBytes) {
 }
 
 TEST(RoundTrip, ApproximateResultsMadeByTheWritersGiveTheSameBytes) {
-  Test_dir dir;
+  TestDir dir;
   const std::string results = dir / "made";
   testing::Make_approximate_results(results);
   testing::Make_approximate_results(dir / "made_fixed_k", true);

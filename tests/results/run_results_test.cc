@@ -16,7 +16,7 @@ namespace {
 namespace fs = std::filesystem;
 using testing::Error_of;
 using testing::Read_file;
-using testing::Test_dir;
+using testing::TestDir;
 using testing::Write_file;
 
 // A four-clique a b c d, a triangle d e f sharing d with it, and y hanging on a.
@@ -46,7 +46,7 @@ std::string Text_of(const KResults& k) {
 }
 
 TEST(RunResults, ApproximateCliquesAndCommunitiesKeepTheirSign) {
-  Test_dir dir;
+  TestDir dir;
   testing::Make_approximate_results(dir / "made");
   const RunResults run = Read_results_dir(dir / "made", std::nullopt);
   ASSERT_EQ(run.cliques.size(), 4u);
@@ -70,7 +70,7 @@ TEST(RunResults, ApproximateCliquesAndCommunitiesKeepTheirSign) {
 // Each case changes a fresh copy of a finished run: a file that does not fit the others, or
 // what an interrupted run leaves (files missing or cut to nothing, k directories never made).
 TEST(RunResults, FilesThatDoNotFitTheRunAndIncompleteResultsAreReported) {
-  Test_dir dir;
+  TestDir dir;
   Write_file(dir / "net.links", kLinks);
   ASSERT_EQ(testing::Run_varnel(dir.path(), {"-i", "net.links", "-o", "out"}), 0);
   ASSERT_EQ(testing::Run_varnel(dir.path(), {"-i", "net.links", "-o", "fixed", "-k", "4"}), 0);
@@ -148,7 +148,7 @@ TEST(RunResults, FilesThatDoNotFitTheRunAndIncompleteResultsAreReported) {
 // of the files after it. Allowed to read that, the reader leaves the cut line out and names the
 // file; a file that then lists fewer communities holds the first ones.
 TEST(RunResults, AFileCutInsideALineIsReadWithoutItWhenThatIsAllowed) {
-  Test_dir dir;
+  TestDir dir;
   Write_file(dir / "net.links", kLinks);
   ASSERT_EQ(testing::Run_varnel(dir.path(), {"-i", "net.links", "-o", "out"}), 0);
   const std::vector<std::string> after_links = {

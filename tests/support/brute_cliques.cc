@@ -17,20 +17,20 @@ namespace {
 
 // The nodes of the links, ascending; each node's out-links and links as bit masks over their
 // positions.
-struct Bit_graph {
+struct BitGraph {
   std::vector<NodeIndex> nodes;
   std::vector<std::uint32_t> out;
   std::vector<std::uint32_t> adjacent;
 };
 
-Bit_graph Make_bit_graph(const IndexLinkMap& links) {
+BitGraph Make_bit_graph(const IndexLinkMap& links) {
   std::map<NodeIndex, std::size_t> position;
   for (const auto& [link, weight] : links) {
     position.emplace(link.first, 0);
     position.emplace(link.second, 0);
   }
   if (position.size() > 20) throw std::invalid_argument("brute force needs at most 20 nodes");
-  Bit_graph graph;
+  BitGraph graph;
   for (auto& [node, at] : position) {
     at = graph.nodes.size();
     graph.nodes.push_back(node);
@@ -47,7 +47,7 @@ Bit_graph Make_bit_graph(const IndexLinkMap& links) {
   return graph;
 }
 
-NodeList Members(const Bit_graph& graph, std::uint32_t mask) {
+NodeList Members(const BitGraph& graph, std::uint32_t mask) {
   NodeList members;
   for (std::size_t i = 0; i < graph.nodes.size(); ++i) {
     if ((mask >> i) & 1u) members.push_back(graph.nodes[i]);
@@ -55,7 +55,7 @@ NodeList Members(const Bit_graph& graph, std::uint32_t mask) {
   return members;
 }
 
-bool Is_clique(const Bit_graph& graph, std::uint32_t mask) {
+bool Is_clique(const BitGraph& graph, std::uint32_t mask) {
   for (std::size_t i = 0; i < graph.nodes.size(); ++i) {
     if (((mask >> i) & 1u) && (mask & ~(graph.adjacent[i] | (1u << i))) != 0) return false;
   }
@@ -74,7 +74,7 @@ bool Intense(const NodeList& nodes, const IndexLinkMap& links, const double& int
 }
 
 template <typename IsClique>
-std::set<NodeList> Maximal_sets(const Bit_graph& graph, const IsClique& is_clique) {
+std::set<NodeList> Maximal_sets(const BitGraph& graph, const IsClique& is_clique) {
   std::set<NodeList> result;
   const std::size_t n = graph.nodes.size();
   for (std::uint32_t mask = 0; mask < (1u << n); ++mask) {
@@ -91,12 +91,12 @@ std::set<NodeList> Maximal_sets(const Bit_graph& graph, const IsClique& is_cliqu
 }  // namespace
 
 std::set<NodeList> Brute_maximal_cliques(const IndexLinkMap& links) {
-  const Bit_graph graph = Make_bit_graph(links);
+  const BitGraph graph = Make_bit_graph(links);
   return Maximal_sets(graph, [&](std::uint32_t mask) { return Is_clique(graph, mask); });
 }
 
 std::set<NodeList> Brute_directed_cliques(const IndexLinkMap& links) {
-  const Bit_graph graph = Make_bit_graph(links);
+  const BitGraph graph = Make_bit_graph(links);
   // A set can be ordered exactly when it keeps having a member that links to all the others:
   // that member goes first, and what is left must be orderable again.
   return Maximal_sets(graph, [&](std::uint32_t mask) {
@@ -118,7 +118,7 @@ std::set<NodeList> Brute_directed_cliques(const IndexLinkMap& links) {
 
 std::set<NodeList> Brute_k_cliques(const IndexLinkMap& links, const std::uint32_t& k,
                                    const double& intensity) {
-  const Bit_graph graph = Make_bit_graph(links);
+  const BitGraph graph = Make_bit_graph(links);
   std::set<NodeList> k_cliques;
   for (std::uint32_t mask = 0; mask < (1u << graph.nodes.size()); ++mask) {
     if (static_cast<std::uint32_t>(std::popcount(mask)) != k || !Is_clique(graph, mask)) continue;

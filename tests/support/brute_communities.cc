@@ -21,7 +21,7 @@ OverlapMatrix Brute_overlap_matrix(const CliqueList& cliques, const std::uint32_
 
 namespace {
 
-struct Reference_state {
+struct ReferenceState {
   const CliqueList& cliques;
   const OverlapMatrix& overlaps;
   std::uint32_t k;
@@ -75,7 +75,7 @@ void Reference_percolation(CommunityList& communities, CommunityLinkLists& commu
                            CommunityCliqueLists& community_cliques, const CliqueList& cliques,
                            const OverlapMatrix& overlaps, std::uint32_t k, std::uint32_t n_exact,
                            std::uint32_t& n_exact_coms) {
-  Reference_state state{cliques, overlaps, k, n_exact, {}, -1, {}, {}, {}, false};
+  ReferenceState state{cliques, overlaps, k, n_exact, {}, -1, {}, {}, {}, false};
   state.labels.assign(overlaps.rows.size(), -1);
   communities.clear();
   community_links.clear();

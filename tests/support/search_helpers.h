@@ -59,7 +59,7 @@ inline std::string Tail(const std::string& text, const std::size_t& size) {
 }
 
 // Readings of the clocks below, shared by the copies the searches make of them.
-struct Reading_count {
+struct ReadingCount {
   int processor = 0;
   int monotonic = 0;
 };
@@ -67,7 +67,7 @@ struct Reading_count {
 // A processor clock that gains one second at every reading except the listed ones (counted from
 // 1), where it stands still: against a limit below a second every check after a node's start
 // exceeds it unless the check is a listed reading.
-inline auto Racing_clock(const std::shared_ptr<Reading_count>& count, std::set<int> still = {}) {
+inline auto Racing_clock(const std::shared_ptr<ReadingCount>& count, std::set<int> still = {}) {
   auto ticks = std::make_shared<std::clock_t>(0);
   return [=] {
     if (still.count(++count->processor) == 0) *ticks += 1000000;
@@ -77,7 +77,7 @@ inline auto Racing_clock(const std::shared_ptr<Reading_count>& count, std::set<i
 
 // A processor clock that gains a whole second at a random half of its readings (seeded), so
 // against a limit of 0.5 s some checks find it exceeded and others do not.
-inline auto Dice_clock(const std::uint32_t& seed, const std::shared_ptr<Reading_count>& count) {
+inline auto Dice_clock(const std::uint32_t& seed, const std::shared_ptr<ReadingCount>& count) {
   auto ticks = std::make_shared<std::clock_t>(0);
   auto random = std::make_shared<std::mt19937>(seed);
   return [=] {
@@ -88,7 +88,7 @@ inline auto Dice_clock(const std::uint32_t& seed, const std::shared_ptr<Reading_
 }
 
 // A processor clock that never moves.
-inline auto Stopped_clock(const std::shared_ptr<Reading_count>& count) {
+inline auto Stopped_clock(const std::shared_ptr<ReadingCount>& count) {
   return [=] {
     ++count->processor;
     return std::clock_t{4000000};
@@ -97,7 +97,7 @@ inline auto Stopped_clock(const std::shared_ptr<Reading_count>& count) {
 
 // A monotonic clock that jumps by 10^6 s at every reading (it never rules a check out), or that
 // stands still (it rules every check out).
-inline auto Monotonic_clock(const std::shared_ptr<Reading_count>& count, const bool& jumping) {
+inline auto Monotonic_clock(const std::shared_ptr<ReadingCount>& count, const bool& jumping) {
   return [=] { return jumping ? 1e6 * ++count->monotonic : (++count->monotonic, 5.0); };
 }
 

@@ -14,9 +14,9 @@
 namespace kcp::testing {
 
 // A tmpfs of `kib` KiB at `path`, unmounted again when the object goes.
-class Small_disk {
+class SmallDisk {
  public:
-  Small_disk(const std::string& path, const int kib, const bool read_only) : path_(path) {
+  SmallDisk(const std::string& path, const int kib, const bool read_only) : path_(path) {
     std::filesystem::create_directory(path);
     const std::string options = "size=" + std::to_string(kib) + "k";
     if (geteuid() != 0) {
@@ -25,11 +25,11 @@ class Small_disk {
       error_ = std::string("cannot mount a tmpfs here: ") + std::strerror(errno);
     }
   }
-  ~Small_disk() {
+  ~SmallDisk() {
     if (error_.empty()) umount2(path_.c_str(), MNT_DETACH);
   }
-  Small_disk(const Small_disk&) = delete;
-  Small_disk& operator=(const Small_disk&) = delete;
+  SmallDisk(const SmallDisk&) = delete;
+  SmallDisk& operator=(const SmallDisk&) = delete;
   const std::string& Error() const { return error_; }
 
  private:

@@ -9,13 +9,13 @@
 
 namespace kcp::testing {
 
-Test_dir::Test_dir() {
+TestDir::TestDir() {
   std::string pattern = (std::filesystem::temp_directory_path() / "varnel-test-XXXXXX").string();
   if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("mkdtemp failed");
   path_ = pattern;
 }
 
-Test_dir::~Test_dir() {
+TestDir::~TestDir() {
   std::error_code ignored;
   // Restore permissions that a test took away, so that everything can be removed.
   std::filesystem::permissions(path_, std::filesystem::perms::owner_all,

@@ -6,12 +6,12 @@
 
 namespace kcp::testing {
 
-class Test_dir {
+class TestDir {
  public:
-  Test_dir();
-  ~Test_dir();
-  Test_dir(const Test_dir&) = delete;
-  Test_dir& operator=(const Test_dir&) = delete;
+  TestDir();
+  ~TestDir();
+  TestDir(const TestDir&) = delete;
+  TestDir& operator=(const TestDir&) = delete;
 
   const std::string& path() const { return path_; }
   // path() + "/" + name

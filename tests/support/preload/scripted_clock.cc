@@ -11,7 +11,7 @@ namespace {
 clock_t processor_readings = 0;
 time_t monotonic_readings = 0;
 
-using Clock_gettime = int (*)(clockid_t, timespec*);
+using ClockGettime = int (*)(clockid_t, timespec*);
 
 }  // namespace
 
@@ -26,6 +26,6 @@ extern "C" int clock_gettime(clockid_t id, timespec* now) noexcept {
     now->tv_nsec = 0;
     return 0;
   }
-  static const auto next = reinterpret_cast<Clock_gettime>(dlsym(RTLD_NEXT, "clock_gettime"));
+  static const auto next = reinterpret_cast<ClockGettime>(dlsym(RTLD_NEXT, "clock_gettime"));
   return next(id, now);
 }
