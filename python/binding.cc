@@ -78,13 +78,13 @@ py::list Index_tuples(const CommunityCliqueLists& lists) {
 
 // A run's structures are large; they are freed without the interpreter lock (a Run is deleted
 // only where the lock is held).
-struct Free_without_lock {
+struct FreeWithoutLock {
   void operator()(MemoryRun* run) const {
     const py::gil_scoped_release release;
     delete run;
   }
 };
-using RunHolder = std::unique_ptr<MemoryRun, Free_without_lock>;
+using RunHolder = std::unique_ptr<MemoryRun, FreeWithoutLock>;
 
 // Cliques of node positions (from 0) in, communities of node positions out.
 std::vector<std::vector<std::uint32_t>> Percolate_positions(
