@@ -24,6 +24,7 @@
 #   JOBS        parallel jobs of the build (default 1)
 #   DATA_DIR    where network names are looked up (default ../shared/data)
 #   KEEP        set to keep the scratch directory
+#   SCRATCH_DIR where the scratch directory goes (default /tmp)
 #   PYTHON      the Python that runs the peers (default Debian's /usr/bin/python3); e.g.
 #               PYTHON=python3 for another interpreter with its own networkx
 #
@@ -79,7 +80,7 @@ else
   varnel="$repo/build-bench-lean/driver/varnel"
 fi
 
-scratch=$(mktemp -d /tmp/varnel-peers-XXXXXX)
+scratch=$(mktemp -d "${SCRATCH_DIR:-/tmp}/varnel-peers-XXXXXX")
 [ -n "${KEEP:-}" ] || trap 'rm -rf "$scratch"' EXIT
 
 # Prints the path of the link file of a network name or path.

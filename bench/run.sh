@@ -6,6 +6,7 @@
 #   VARNEL_ARGS   extra switches for every run (e.g. "-t 1" or "-D")
 #   TIME_LIMIT    seconds before a run is stopped (default 600)
 #   KEEP          set to keep the scratch directory
+#   SCRATCH_DIR   where the scratch directory goes (default /tmp; /dev/shm leaves out the disk)
 set -euo pipefail
 cd "$(dirname "$0")/.."
 cmake -S . -B build-bench -DCMAKE_BUILD_TYPE=Release -DVARNEL_TESTS=OFF >/dev/null
@@ -18,7 +19,7 @@ else
             ../shared/data/hepph.links ../shared/data/wikivote.links ../shared/data/astroph.links
             ../shared/data/enron.links ../shared/data/dblp.links ../shared/data/slashdot.links)
 fi
-scratch=$(mktemp -d /tmp/varnel-bench-XXXXXX)
+scratch=$(mktemp -d "${SCRATCH_DIR:-/tmp}/varnel-bench-XXXXXX")
 [ -n "${KEEP:-}" ] || trap 'rm -rf "$scratch"' EXIT
 
 printf '%-18s %-10s %10s %10s %12s %12s %s\n' network switches "wall (s)" "cpu (s)" "peak (MiB)" \

@@ -7,7 +7,8 @@
 #   bench/threads.sh [NETWORK[:SWITCHES] ...]     (default: wikivote slashdot hepph dblp)
 #
 # Environment: REPEATS (default 3), CPUS (default "0,1": the processors of the threaded runs),
-# VARNEL (a binary to use instead of building the working tree in build-bench).
+# VARNEL (a binary to use instead of building the working tree in build-bench), SCRATCH_DIR
+# (where the runs write, default /tmp; /dev/shm leaves out the file system, see README).
 set -euo pipefail
 cd "$(dirname "$0")/.."
 data=$(cd ../shared/data && pwd)
@@ -22,7 +23,7 @@ else
 fi
 cases=("$@")
 [ ${#cases[@]} -gt 0 ] || cases=(wikivote slashdot hepph dblp)
-scratch=$(mktemp -d /tmp/varnel-threads-XXXXXX)
+scratch=$(mktemp -d "${SCRATCH_DIR:-/tmp}/varnel-threads-XXXXXX")
 trap 'rm -rf "$scratch"' EXIT
 
 median() { sort -n | awk '{a[NR] = $1} END {print a[int((NR + 1) / 2)]}'; }

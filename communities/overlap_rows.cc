@@ -30,8 +30,21 @@ void Set_bit(std::vector<std::uint64_t>& bits, const std::uint32_t& i) {
 
 OverlapRows::OverlapRows(const CliqueList& cliques, const OverlapMatrix& overlaps,
                          const std::uint32_t& k, const std::uint32_t& n_exact)
-    : cliques_(cliques), overlaps_(overlaps), k_(k), need_(k - 1), least_(std::max(k - 1, 1u)) {
+    : cliques_(cliques),
+      overlaps_(overlaps),
+      k_(k),
+      need_(k - 1),
+      least_(std::max(k - 1, 1u)),
+      all_exact_(n_exact >= cliques.size()) {
   if (!overlaps_.On_demand() || k_ == 0) return;
+  // A k above every clique seeds no community: its index is made only if a row is asked for.
+  if (std::any_of(cliques_.begin(), cliques_.end(),
+                  [&](const Clique& clique) { return clique.size() >= k_; })) {
+    Build_index();
+  }
+}
+
+void OverlapRows::Build_index() {
   index_ = overlaps_.index;
   if (index_) {
     profile_ = index_->Profile(cliques_);
@@ -40,8 +53,7 @@ OverlapRows::OverlapRows(const CliqueList& cliques, const OverlapMatrix& overlap
     profile_ = std::make_shared<const CliqueProfile>(cliques_);
     lists_ = std::make_unique<PrefixLists>();
   }
-  const bool all_exact = n_exact >= cliques_.size();
-  least_size_ = all_exact ? std::max(least_, k_) : least_;
+  least_size_ = all_exact_ ? std::max(least_, k_) : least_;
   const std::size_t words = (cliques_.size() + 63) / 64;
   taken_.assign(words, 0);
   seen_.assign(words, 0);
@@ -124,6 +136,12 @@ bool OverlapRows::Computed_row(const std::uint32_t& c, const std::vector<std::in
   if (c >= cliques_.size()) return false;
   // At k = 0 the diagonal qualifies, and k - 1 wraps so that nothing is a candidate.
   if (k_ == 0) return true;
+  if (!profile_) {
+    Build_index();
+    for (std::uint32_t j = 0; j < labels.size() && j < cliques_.size(); ++j) {
+      if (labels[j] >= 0) Taken(j);
+    }
+  }
   const CliqueProfile::Record& own = profile_->Of(c);
   // The diagonal holds the clique's own size.
   bool qualifies = own.size >= k_;

@@ -38,8 +38,8 @@ namespace kcp {
 
 class OverlapRows {
  public:
-  // Both references must outlive the object; on demand, the lists are built here. Cliques at or
-  // beyond n_exact are approximate.
+  // Both references must outlive the object; on demand, the lists are built here (for a k above
+  // every clique, at the first row asked for). Cliques at or beyond n_exact are approximate.
   OverlapRows(const CliqueList& cliques, const OverlapMatrix& overlaps, const std::uint32_t& k,
               const std::uint32_t& n_exact);
   ~OverlapRows();
@@ -73,6 +73,8 @@ class OverlapRows {
   std::uint32_t Shared_cold(const std::uint32_t& j) const;
   // The nodes of the keys that the cliques at hand are listed under.
   std::uint32_t Key_nodes() const;
+  // The profile, the prefix lists and the bitmaps of computed rows.
+  void Build_index();
 
   const CliqueList& cliques_;
   const OverlapMatrix& overlaps_;
@@ -80,6 +82,7 @@ class OverlapRows {
   std::uint32_t need_;            // k - 1, unsigned: wraps at k = 0 so that nothing qualifies
   std::uint32_t least_;           // max(need_, 1): pairs without a shared node have no entry
   std::uint32_t least_size_ = 0;  // the fewest members a listed clique has
+  bool all_exact_;
 
   std::shared_ptr<OnDemandIndex> index_;
   std::shared_ptr<const CliqueProfile> profile_;

@@ -51,7 +51,7 @@ ResultFile::ResultFile(const std::string& path) : path_(path) {
 
 void ResultFile::Open() {
   if (OutputJournal* const journal = OutputJournal::Current()) journal->File(path_);
-  buffer_ = std::make_unique<char[]>(kBufferSize);
+  buffer_ = std::make_unique_for_overwrite<char[]>(kBufferSize);
   file_.pubsetbuf(buffer_.get(), kBufferSize);
   opened_ = file_.open(path_, std::ios::out | std::ios::trunc | std::ios::binary) != nullptr;
   staged_.reserve(kStageLimit + 4096);
