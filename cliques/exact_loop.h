@@ -33,7 +33,7 @@ void Exact_loop(const NodeOrder& order, const std::string& header, const std::st
     Check_stop(stop);
     block.str(std::string());
     Report_progress(header, "nodes", remaining, total, block);
-    Print_text(block.view());
+    Print_progress(block.view());
     search_node(v);
     --remaining;
   }
@@ -62,7 +62,7 @@ void Exact_loop_in_ranges(const NodeOrder& order, const Adjacency& graph, const 
         text.append(block.view());
       },
       [&](const std::size_t&, std::string_view noted, std::span<const NodeList> found) {
-        Print_text(noted);
+        Print_progress(noted);
         for (const NodeList& clique : found) register_clique(clique);
       });
   std::ostringstream closing;
