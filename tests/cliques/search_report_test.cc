@@ -27,5 +27,18 @@ TEST(SearchReport, ProgressBlocksAreUnderlinedByTheLongerHeaderAndSurviveAZeroTo
             "_____\nab\nabcde\n 2 of 2 nodes to do (0.00% done)\n");
 }
 
+// A percentage exactly halfway between two hundredths is rounded as the stream rounds the
+// quotient, to even (1/32 = 3.125 %, 3/32 = 9.375 %); the others to nearest.
+TEST(SearchReport, PercentagesHalfwayBetweenHundredthsRoundToEven) {
+  std::ostringstream out;
+  Report_progress("x", "nodes", 31, 32, out);
+  Report_progress("x", "nodes", 29, 32, out);
+  Report_progress("x", "nodes", 2, 3, out);
+  EXPECT_EQ(out.str(),
+            "_\nx\n 31 of 32 nodes to do (3.12% done)\n"
+            "_\nx\n 29 of 32 nodes to do (9.38% done)\n"
+            "_\nx\n 2 of 3 nodes to do (33.33% done)\n");
+}
+
 }  // namespace
 }  // namespace kcp
