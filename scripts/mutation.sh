@@ -44,7 +44,7 @@ mutations=(
   'time-zero|cli/run_params.cc|if (time_flag \&\& max_time <= 0) {|if (time_flag \&\& max_time < 0) {'
   'thresholds-equal|cli/run_params.cc|lower >= upper) {|lower > upper) {'
   'lone-dash|cli/switches.cc|return word.size() > 1 \&\& word[0] == '"'"'-'"'"';|return word.size() > 0 \&\& word[0] == '"'"'-'"'"';'
-  'extend-diagonal|cliques/overlap_extend.cc|return j >= n_exact \&\& j <= i;|return j >= n_exact \&\& j < i;'
+  'extend-diagonal|cliques/overlap_extend.cc|return j >= n_exact \&\& j <= i;|return j >= n_exact \&\& j <= i + 1;'
   'matrix-min-shared|cliques/overlap_matrix.cc|if (c.count >= overlaps.min_shared) {|if (c.count > overlaps.min_shared) {'
   'subset-size|cliques/approximation.cc|return small.size() <= big.size() \&\&|return small.size() < big.size() \&\&'
   'negative-note|cliques/clique_output.cc|if (n_exact < cliques.size()) file|if (n_exact <= cliques.size()) file'
