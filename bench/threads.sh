@@ -39,10 +39,12 @@ for case in "${cases[@]}"; do
     for side in one two; do
       set=0
       [ "$side" = two ] && set=$cpus
-      rm -rf "$scratch/$side"
+      # Each side runs in a directory of its own under the same relative paths, so that the
+      # paths the outputs name (and the suffixes -I adds to them) are the same for both.
+      rm -rf "${scratch:?}/$side" && mkdir "$scratch/$side"
       # shellcheck disable=SC2086
-      (cd "$scratch" && /usr/bin/time -f '%e %U %S %M' -o "$side.time.$i" \
-          taskset -c "$set" "$binary" -i net.links -o "$side" $switches >"$side.out")
+      (cd "$scratch/$side" && /usr/bin/time -f '%e %U %S %M' -o "../$side.time.$i" \
+          taskset -c "$set" "$binary" -i ../net.links -o res $switches >"../$side.out")
     done
   done
   same=same
